@@ -1,0 +1,16 @@
+# Warnings for everything that is written here (generated code is silenced by its own target settings).
+add_library(kora_warnings INTERFACE)
+target_compile_options(kora_warnings INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
+                                               $<$<BOOL:${KORA_WERROR}>:-Werror>)
+
+# kora_room(NAME SOURCES file... NEEDS target... [QT]): the static library kora_NAME of the folder src/NAME.
+# NEEDS names the rooms below it and the libraries it uses; scripts/check-includes holds the sources to that list.
+function(kora_room name)
+  cmake_parse_arguments(ROOM "QT" "" "SOURCES;NEEDS" ${ARGN})
+  add_library(kora_${name} STATIC ${ROOM_SOURCES})
+  target_include_directories(kora_${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+  target_link_libraries(kora_${name} PUBLIC ${ROOM_NEEDS} PRIVATE kora_warnings)
+  if(ROOM_QT)
+    set_target_properties(kora_${name} PROPERTIES AUTOMOC ON)
+  endif()
+endfunction()
