@@ -1,0 +1,158 @@
+#pragma once
+
+#include "controller/metatypes.h"
+#include "device/kora.h"
+#include "link/portlister.h"
+#include "model/datafromdevice.h"
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+#include <vector>
+
+/// The only object that talks to the unit. It lives on a thread of its own, where its slots run one at a time, in the
+/// order of the requests; results come back as signals.
+///
+/// Banks count from 0 to 99, presets from 0 to 9, loop, switch and program-change slots from 0, MIDI devices from 1 to
+/// 10, switch outs from 1 to 6. Every slot emits `deviceNotConnected` without a unit. A change whose record has not
+/// been read yet does nothing. A change stores the new value only after the unit took it. A failure, an index out of
+/// range included, emits `error` once and leaves the record as it was.
+class DeviceController : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit DeviceController(PortLister listPorts = systemPortLocations, QObject *parent = nullptr);
+    ~DeviceController() override;
+
+signals:
+    void found(DataFromDevice *data);
+    void deviceNotConnected();
+    void error(const QString &message);
+    void gotBankName(const QString &name);
+    void gotPresetName(const QString &name, int preset);
+    void gotFootswitchFunction(FootswitchType function, int preset);
+    void gotBankAndPresetData(int bank);
+    void gotMidiDevicesData();
+    void gotSettings();
+    void gotMidiIn();
+    void gotExpressionPedal();
+    void gotSwitchOut();
+    void updateComplete();
+    void updateFailed();
+    /// Emitted during an upload whenever the percentage, 0 to 100, has grown.
+    void updateProgress(int percent);
+
+public slots:
+    /// Probes every port until one answers, then opens it, reads the unit's identity into a new model and emits
+    /// `found`. Returns without a signal when the thread is asked to stop.
+    void searchDevice();
+    void getDeviceInfo();
+    /// Frees the models that came before the one which the user interface now shows.
+    void releaseSuperseded(DataFromDevice *current);
+
+    // Reads. Records are stored as they arrive, also when a later one fails.
+    void getBankName(int bank);
+    void getPresetName(int bank, int preset);
+    void getFootswitchFunction(int bank, int preset);
+    void getBankAndPresetData(int bank);
+    void getMidiDevicesData();
+    void getSettings();
+    void getMidiIn();
+    void getExpressionPedal();
+    void getSwitchOut();
+    void getExpressionPedalData();
+
+    // Banks and presets: announced by gotBankAndPresetData. Names lose their control characters.
+    void changeBankName(const QString &name, int bank);
+    void changePresetName(const QString &name, int bank, int preset);
+    void changeFootswitchFunction(FootswitchType function, int bank, int preset);
+    void changeLoopType(LoopType type, int bank, int preset, int loop);
+    void changeBufferLoop(LoopType type, int bank, int preset);
+    void changeSwitchType(SwitchType type, int bank, int preset, int switchSlot);
+    void changeProgramChangeNumber(int bank, int preset, int deviceSlot, int value);
+    void changePresetExpressionPedal(int bank, int preset, const PresetExpressionPedal &pedal);
+    /// Sends and stores the first 20 entries.
+    void changeControlChangeData(int bank, int preset, const QVector<ControlChangeData> &list);
+    void changePresetWahPad1(int bank, WahPadAction action);
+    void changePresetWahPad2(int bank, WahPadAction action);
+    void changePresetNumberWahPad1(int bank, int number);
+    void changePresetNumberWahPad2(int bank, int number);
+
+    // MIDI devices, by number: announced by gotMidiDevicesData
+    void changeMidiDeviceName(const QString &name, int number);
+    void changeMidiDeviceChannel(int channel, int number);
+    void changeSendCCFirst(bool on, int number);
+    void changeTapTempo(MidiDeviceTapTempo mode, int number);
+    void changeTapController(int controller, int number);
+    void changeTapControllerValue(int value, int number);
+    void changeNoteNumber(int note, int number);
+    void changeNoteType(TapTempoNote type, int number);
+    void controllersNamesOrNumberChanged(int number, const QVector<QString> &names, const QVector<int> &numbers);
+
+    // Global settings: announced by gotSettings
+    void changeLoopsSplit(bool on);
+    void changeKeyboardType(KeyboardType type);
+    void changeClickProtection(ClickProtection level);
+    void changeOneTimeMidiModeSend(bool on);
+    void changeRecallUserBanksOnly(bool on);
+    void changeBankPresetChangeMode(BankPresetChangeMode mode);
+    void changePresetChangeName(PresetChangeName when);
+    void changeWahPad1(WahPadSetting setting);
+    void changeWahPad2(WahPadSetting setting);
+
+    // MIDI in: announced by gotMidiIn
+    void changeChannel(int channel);
+    void changeCCFunction(MidiInCCFunction function);
+    void changePCFunction(MidiInPCFunction function);
+
+    // Expression pedal: announced by gotExpressionPedal
+    void changePeriod(ExpressionPedalPeriod period);
+    void changeCharacteristic(ExpressionPedalCharacteristic characteristic);
+    void changeToeUp(int value);
+    void changeToeDown(int value);
+    void changeMidiDeviceNumber(int number);
+    void changeControllerNumber(int controller);
+
+    /// Announced by gotSwitchOut.
+    void changeSwitchOut(SwitchOutSetting setting, int number);
+
+    /// Installs the firmware image in the file at `path`: `updateComplete`, or `updateFailed` when it cannot be read or
+    /// sent; `error` when there is no such file.
+    void updateFirmware(const QString &path);
+
+private:
+    bool connectTo(const QString &location, const MasterFrame &request);
+
+    /// Runs one request: only with a unit, its failures turned into signals.
+    template <typename Work>
+    void attempt(Work work);
+    /// Reads one record into its slot and announces it.
+    template <typename Record>
+    void read(Snapshot<Record> DataFromDevice::*slot, std::unique_ptr<Record> (KORA::*operation)(),
+              void (DeviceController::*announce)());
+    /// Lets `alter` work on a copy of the stored record, and stores the copy if it returns: it sends the change and
+    /// sets the new value, in any order. Returns whether there was a record.
+    template <typename Record, typename Alter>
+    static bool change(Snapshot<Record> &slot, Alter alter);
+    template <typename Alter>
+    void changeBank(int bank, Alter alter);
+    template <typename Alter>
+    void changePreset(int bank, int preset, Alter alter);
+    template <typename Alter>
+    void changeMidiDevice(int number, Alter alter);
+    /// A MIDI device's setting that one operation sends and one member holds.
+    template <typename Value, typename Member>
+    void changeMidiDevice(int number, void (KORA::*operation)(Value, int), Member MidiDevice::*member, Value value);
+    /// A global setting that one operation sends and one member holds.
+    template <typename Record, typename Value, typename Member>
+    void changeGlobal(Snapshot<Record> DataFromDevice::*slot, void (KORA::*operation)(Value), Member Record::*member,
+                      Value value, void (DeviceController::*announce)());
+
+    PortLister portLister;
+    std::vector<std::unique_ptr<DataFromDevice>> models;  // the last one is `data`
+    DataFromDevice *data = nullptr;
+    std::unique_ptr<KORA> device;
+};

@@ -1,0 +1,146 @@
+#include "link/connection.h"
+
+#include "protocol/converter.h"
+#include "protocol/failure.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QDeadlineTimer>
+#include <QFile>
+#include <QThread>
+
+std::atomic<bool> Connection::enableLog = false;
+
+static std::shared_ptr<QSerialPort> portAt(const QString &systemLocation)
+{
+    auto port = std::make_shared<QSerialPort>();
+    port->setPortName(systemLocation);
+    return port;
+}
+
+Connection::Connection(const QSerialPortInfo &info, unsigned int milliseconds)
+    : Connection(std::make_shared<QSerialPort>(info), milliseconds)
+{}
+
+Connection::Connection(const QString &systemLocation, unsigned int milliseconds)
+    : Connection(portAt(systemLocation), milliseconds)
+{}
+
+Connection::Connection(std::shared_ptr<QSerialPort> serialPort, unsigned int milliseconds)
+    : port(std::move(serialPort)), timeout(milliseconds)
+{}
+
+Connection::~Connection() { closeConnection(); }
+
+QSerialPort &Connection::existingPort() const
+{
+    if (!port) fail("Buffer hasn't been initialized");
+    return *port;
+}
+
+void Connection::openConnection()
+{
+    QSerialPort &serial = existingPort();
+    if (!serial.open(QIODevice::ReadWrite)) fail("Receiving timeout");
+    serial.flush();
+    // An answer that came after its timeout still lies in the system's buffer; it must not pass for the next one.
+    serial.clear(QSerialPort::Input);
+}
+
+void Connection::closeConnection()
+{
+    if (port && port->isOpen()) port->close();
+}
+
+void Connection::closeAndFail()
+{
+    closeConnection();
+    fail("Receiving timeout");
+}
+
+void Connection::putDataToStream(const std::vector<unsigned char> &data)
+{
+    QSerialPort &serial = existingPort();
+    openConnection();
+    const std::string text = Converter::vectorToString(data);
+    serial.write(text.c_str());
+    do {
+        if (!serial.waitForBytesWritten(static_cast<int>(timeout))) fail("Sending timeout");
+    } while (serial.bytesToWrite() > 0);
+    log(FrameDirection::Sent, text);
+}
+
+Connection &Connection::operator<<(const std::vector<unsigned char> &data)
+{
+    putDataToStream(data);
+    return *this;
+}
+
+Connection &Connection::operator<<(const Frame &frame) { return *this << frame.toByteArray(); }
+
+Connection &Connection::operator<<(const std::string &text) { return *this << Converter::stringToVector(text); }
+
+std::string Connection::getFrameFromStream()
+{
+    QSerialPort &serial = existingPort();
+    if (serial.bytesAvailable() == 0 && !serial.waitForReadyRead(static_cast<int>(timeout))) closeAndFail();
+
+    std::string frame;
+    const QDeadlineTimer huntDeadline(timeout);
+    for (char byte = readByte(huntDeadline); byte != '\0'; byte = readByte(huntDeadline)) {
+        if (byte == Frame::startByte) {
+            frame += byte;
+            break;
+        }
+        // A port that babbles without end always has a next byte, so the deadline is looked at here as well.
+        if (huntDeadline.hasExpired() || QThread::currentThread()->isInterruptionRequested()) closeAndFail();
+    }
+    for (char byte = getCharWithTimeout(); byte != '\0'; byte = getCharWithTimeout()) {
+        if (frame.size() == maxFrameLength) closeAndFail();
+        frame += byte;
+        if (byte == Frame::endByte) break;
+    }
+    log(FrameDirection::Received, frame);
+    closeConnection();
+    return frame;
+}
+
+Connection &Connection::operator>>(std::string &frame)
+{
+    frame = getFrameFromStream();
+    return *this;
+}
+
+signed char Connection::getCharWithTimeout() { return readByte(QDeadlineTimer(timeout)); }
+
+signed char Connection::readByte(const QDeadlineTimer &deadline)
+{
+    QSerialPort &serial = existingPort();
+    char byte = 0;
+    while (!serial.getChar(&byte)) {
+        if (deadline.hasExpired() || QThread::currentThread()->isInterruptionRequested()) closeAndFail();
+        const bool arrived = serial.waitForReadyRead(static_cast<int>(deadline.remainingTime()));
+        if (!arrived && serial.error() != QSerialPort::NoError && serial.error() != QSerialPort::TimeoutError)
+            closeAndFail();  // unplugged: waiting on would spin until the deadline
+    }
+    return static_cast<signed char>(byte);
+}
+
+int Connection::getError() const { return port ? port->error() : QSerialPort::NoError; }
+
+void Connection::log(FrameDirection direction, const std::string &data)
+{
+    if (!enableLog) return;
+    std::string line = "[" + currentDateTimeString() +
+                       "]: " + (direction == FrameDirection::Sent ? "PC >> " : "PC << ") + Converter::toLogString(data);
+    Converter::eraseAllSubStr(line, "%s");
+    QMessageLogger().debug("%s", line.c_str());
+    QFile file(QCoreApplication::applicationDirPath() + "/log.txt");
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Append)) return;
+    file.write((line + "\r\n").c_str());
+}
+
+std::string Connection::currentDateTimeString()
+{
+    return QDateTime::currentDateTime().toString(Qt::TextDate).toStdString();
+}

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+/// The checksum that ends every frame: CRC-16/ARC (polynomial 0x8005, initial value 0, bits reflected in and out).
+class Crc16
+{
+public:
+    virtual ~Crc16() = default;
+
+    static constexpr std::uint16_t POLYNOMIAL = 0x8005;
+
+    /// The checksum of `bytes`; 0 for none.
+    static std::uint16_t calculate(const std::vector<std::uint8_t> &bytes);
+};
