@@ -1,0 +1,203 @@
+#include "ui/look.h"
+
+#include "model/datafromdevice.h"
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QTableWidget>
+#include <QWheelEvent>
+
+namespace look {
+
+namespace {
+
+/// A box in a page full of boxes: scrolling past it must not write to the unit.
+class ComboBox : public QComboBox
+{
+protected:
+    void wheelEvent(QWheelEvent *event) override { event->ignore(); }
+};
+
+}  // namespace
+
+QFont pixelFont(const QFont &font)
+{
+    QFont sized = font;
+    sized.setPixelSize(font.pointSize());
+    return sized;
+}
+
+QString functionColor(FootswitchType function)
+{
+    const auto color = DataFromDevice::footswitchColors.find(function);
+    return color == DataFromDevice::footswitchColors.end() ? QString() : color->second.name();
+}
+
+QString windowStyle()
+{
+    return QStringLiteral("QMainWindow, QDialog { background-color: %1; }\n"
+                          "QLabel { color: white; background: transparent; }\n"
+                          "QToolTip { color: white; background-color: %2; border: 1px solid white; padding: 3px; }\n"
+                          "QLineEdit:focus, QComboBox:focus, QPushButton:focus { border: 1px solid %3; }\n")
+        .arg(windowColor, tabColor, focusColor);
+}
+
+QString editStyle()
+{
+    return QStringLiteral("background-color: #000000;\ncolor: #ffffff;border-radius: 5;\npadding-left: 7px;");
+}
+
+QString comboBoxStyle(const QString &background)
+{
+    return QStringLiteral("QComboBox{\n"
+                          "border-radius: 5;\n"
+                          "background-color: %1;\n"
+                          "color: white;\n"
+                          "padding-left: 7px;\n"
+                          "combobox-popup: 0;\n"
+                          "}\n"
+                          "QComboBox:focus { border: 1px solid %2; }\n"
+                          "QComboBox:disabled { color: #a0a0a0; }\n"
+                          "QComboBox::drop-down { border: none; width: 18px; }\n"
+                          "QComboBox::down-arrow { image: url(:/images/combo-arrow.png); width: 9px; height: 9px; }\n"
+                          "QComboBox QAbstractItemView { color: white; background: #000000; border: 1px solid %3;\n"
+                          "selection-background-color: %3; outline: none; }\n")
+        .arg(background, focusColor, selectionColor);
+}
+
+QString tabButtonStyle(bool selected)
+{
+    return QStringLiteral("QPushButton { color: white; border-radius: 8; border: none; background-color: %1;"
+                          " padding: 3px; padding-left: 5px; padding-right: 5px; }\n"
+                          "QPushButton:focus { border: 1px solid %2; }")
+        .arg(selected ? pageColor : tabColor, focusColor);
+}
+
+QString plainButtonStyle(const QString &hoverColor)
+{
+    return QStringLiteral("QPushButton { color: white; background-color: transparent; border: none;"
+                          " border-radius: 5; }\n"
+                          "QPushButton:hover { background-color: %1; }\n"
+                          "QPushButton:focus { border: 1px solid %2; }")
+        .arg(hoverColor, focusColor);
+}
+
+QString menuStyle()
+{
+    return QStringLiteral("QMenu { background-color: %1; color: white; padding: 0px; }\n"
+                          "QMenu::item { padding: 6px 24px 6px 12px; }\n"
+                          "QMenu::item:selected { background-color: %2; }")
+        .arg(pageColor, selectionColor);
+}
+
+void setBackgroundLine(QWidget *widget, const QString &line)
+{
+    const QString style = widget->styleSheet();
+    QStringList lines = style.split('\n');
+    const auto setsBackground = [](const QString &text) { return text.contains(QLatin1String("background-color:")); };
+    const auto found = std::find_if(lines.begin(), lines.end(), setsBackground);
+    if (found == lines.end())
+        lines << line;
+    else if (*found == line)
+        return;
+    else
+        *found = line;
+    widget->setStyleSheet(lines.join('\n'));
+}
+
+QLineEdit *makeEdit(const QString &text)
+{
+    auto *edit = new QLineEdit(text);
+    edit->setFont(pixelFont(DataFromDevice::fontTableContent));
+    edit->setStyleSheet(editStyle());
+    return edit;
+}
+
+QComboBox *makeComboBox(const QStringList &items, const QString &background)
+{
+    auto *box = new ComboBox;
+    box->setFont(pixelFont(DataFromDevice::fontTableContent));
+    box->setStyleSheet(comboBoxStyle(background));
+    box->setMaxVisibleItems(12);
+    // Without this a box measures all of its items, thousands of them on the pedal page, to find its width.
+    box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    box->addItems(items);
+    return box;
+}
+
+QStringList numberTexts(int first, int last)
+{
+    QStringList texts;
+    texts.reserve(last - first + 1);
+    for (int number = first; number <= last; ++number)
+        texts << QString::number(number);
+    return texts;
+}
+
+void makeIconButton(QAbstractButton *button, const QString &icon, const QSize &iconSize, const QString &name)
+{
+    button->setIcon(QIcon(icon));
+    button->setIconSize(iconSize);
+    button->setToolTip(name);
+    button->setAccessibleName(name);
+}
+
+void prepareTable(QTableWidget *table, const QVector<Column> &columns, int rowHeight)
+{
+    QHeaderView *const header = table->horizontalHeader();
+    header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    header->setSectionResizeMode(QHeaderView::Fixed);
+    header->setSectionsClickable(false);
+    header->setHighlightSections(false);
+    header->setFixedHeight(30);
+    header->setFont(pixelFont(DataFromDevice::fontTableHeader));
+    table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    table->verticalHeader()->setDefaultSectionSize(rowHeight);
+    table->verticalHeader()->hide();
+    for (int column = 0; column < columns.size(); ++column) {
+        table->setHorizontalHeaderItem(column, new QTableWidgetItem(columns[column].header));
+        table->setColumnWidth(column, columns[column].width);
+    }
+    table->setFont(pixelFont(DataFromDevice::fontTableContent));
+    table->setShowGrid(false);
+    table->setFrameShape(QFrame::NoFrame);
+    table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    table->setSelectionMode(QAbstractItemView::NoSelection);
+    table->setFocusPolicy(Qt::NoFocus);  // the cell widgets take it
+    table->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    table->setStyleSheet(
+        QStringLiteral("QTableWidget { background-color: %1; color: white; border: none; }\n"
+                       "QHeaderView { background-color: %1; }\n"
+                       "QHeaderView::section { background-color: %1; color: white; border: none; padding-left: 7px; }\n"
+                       "QTableWidget QLineEdit, QTableWidget QComboBox, QTableWidget QPushButton { margin: 2px; }\n")
+            .arg(pageColor));
+}
+
+void orderTabs(const QTableWidget *table)
+{
+    QWidget *previous = nullptr;
+    for (int row = 0; row < table->rowCount(); ++row)
+        for (int column = 0; column < table->columnCount(); ++column)
+            if (QWidget *const widget = table->cellWidget(row, column)) {
+                if (previous) QWidget::setTabOrder(previous, widget);
+                previous = widget;
+            }
+}
+
+void showIndex(QComboBox *box, int index)
+{
+    const QSignalBlocker blocker(box);
+    box->setCurrentIndex(index);
+}
+
+void showText(QLineEdit *edit, const QString &text)
+{
+    const QSignalBlocker blocker(edit);
+    if (edit->text() != text) edit->setText(text);
+}
+
+}  // namespace look

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "model/enumerations.h"
+
+#include <QFont>
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+class QAbstractButton;
+class QComboBox;
+class QLineEdit;
+class QPushButton;
+class QTableWidget;
+class QWidget;
+
+/// Colours, style sheets and the makers of the widgets that the pages, tables and dialogs share.
+namespace look {
+
+inline const QString windowColor = QStringLiteral("#2F2F31");
+inline const QString pageColor = QStringLiteral("#525051");
+inline const QString tabColor = QStringLiteral("#404042");  ///< of a page or sub-tab button that is not selected
+inline const QString cellColor = QStringLiteral("#000000");
+inline const QString acceptColor = QStringLiteral("#00ab00");
+inline const QString rejectColor = QStringLiteral("#ab0000");
+inline const QString selectionColor = QStringLiteral("#828282");
+inline const QString focusColor = QStringLiteral("#fa830f");
+
+/// The windows' layout is fixed in pixels for text of one pixel a point, so text takes its point size in pixels,
+/// whatever resolution the desktop reports.
+QFont pixelFont(const QFont &font);
+
+/// The colour of a footswitch function as "#rrggbb"; empty for a number that is no function.
+QString functionColor(FootswitchType function);
+
+/// What the main window and every dialog set as their own style sheet: ground, tool tips, visible focus.
+QString windowStyle();
+QString editStyle();
+/// The closed box takes `background`; the colour stands in a line of its own, for `setBackgroundLine`.
+QString comboBoxStyle(const QString &background);
+/// A page or sub-tab button.
+QString tabButtonStyle(bool selected);
+/// A flat button with an icon, a text or both, that takes `hoverColor` under the mouse.
+QString plainButtonStyle(const QString &hoverColor);
+QString menuStyle();
+
+/// Replaces the first line of the widget's style sheet that sets a background colour by `line`, or appends `line` where
+/// there is none. A style sheet that would stay the same is not set again: setting one is dear.
+void setBackgroundLine(QWidget *widget, const QString &line);
+
+/// Black with white text.
+QLineEdit *makeEdit(const QString &text = QString());
+/// A box with these items that shows the first; the wheel over it does not change it.
+QComboBox *makeComboBox(const QStringList &items, const QString &background = cellColor);
+/// "0" to the largest, as texts.
+QStringList numberTexts(int first, int last);
+/// A button with an icon alone: `name` is its tool tip and accessible name.
+void makeIconButton(QAbstractButton *button, const QString &icon, const QSize &iconSize, const QString &name);
+
+struct Column
+{
+    QString header;
+    int width;  ///< pixels
+};
+
+/// Headers, widths and row height (pixels) that every table shares: fixed sections, texts left and vertically centred.
+void prepareTable(QTableWidget *table, const QVector<Column> &columns, int rowHeight);
+/// Makes Tab walk the table's cell widgets row by row.
+void orderTabs(const QTableWidget *table);
+
+/// Shows the item at `index` without letting the box announce it.
+void showIndex(QComboBox *box, int index);
+/// Shows `text` without letting the edit announce it.
+void showText(QLineEdit *edit, const QString &text);
+
+}  // namespace look
