@@ -76,7 +76,7 @@ bool DeviceController::connectTo(const QString &location, const MasterFrame &req
         return true;
     } catch (std::runtime_error *thrown) {
         const std::unique_ptr<std::runtime_error> failure(thrown);
-        QMessageLogger().debug("%s", failure->what());
+        qDebug("%s", failure->what());
     } catch (...) {
         // Whatever else a foreign device makes of the request: the next port is tried.
     }
@@ -91,6 +91,8 @@ void DeviceController::getDeviceInfo()
         device->checkConnection();
     });
 }
+
+void DeviceController::closeDevice() { device.reset(); }
 
 void DeviceController::releaseSuperseded(DataFromDevice *current)
 {
@@ -574,7 +576,7 @@ void DeviceController::updateFirmware(const QString &path)
         emit updateComplete();
     } catch (std::runtime_error *thrown) {
         const std::unique_ptr<std::runtime_error> failure(thrown);
-        QMessageLogger().debug("%s", failure->what());
+        qDebug("%s", failure->what());
         emit updateFailed();
     } catch (...) {
         emit updateFailed();

@@ -50,6 +50,8 @@ public slots:
     /// `found`. Returns without a signal when the thread is asked to stop.
     void searchDevice();
     void getDeviceInfo();
+    /// Lets the port go.
+    void closeDevice();
     /// Frees the models that came before the one which the user interface now shows.
     void releaseSuperseded(DataFromDevice *current);
 

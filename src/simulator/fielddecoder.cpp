@@ -1,0 +1,102 @@
+#include "simulator/fielddecoder.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <utility>
+
+namespace {
+
+bool isControlByte(char byte)
+{
+    const auto value = static_cast<unsigned char>(byte);
+    return value < 0x20 || value == 0x7F;
+}
+
+}  // namespace
+
+FieldDecoder::FieldDecoder(std::vector<FieldText> fields, Presence presence, std::size_t level)
+    : presence_(presence), level_(level)
+{
+    for (FieldText &field : fields)
+        entries_.push_back({std::move(field), false});
+}
+
+void FieldDecoder::text(char descriptor, std::string &value)
+{
+    const FieldText *field = take(descriptor);
+    if (field == nullptr) return;
+    if (std::ranges::any_of(field->body, isControlByte))
+        fail(UnitStatus::ForbiddenByte);
+    else
+        value = field->body;
+}
+
+int FieldDecoder::address(char descriptor, const ValueRange &range)
+{
+    const FieldText *field = take(descriptor);
+    if (field == nullptr) {
+        fail(UnitStatus::MissingAddress);
+        return range.low;
+    }
+    return parseNumber(field->body, range, UnitStatus::BadAddress).value_or(range.low);
+}
+
+bool FieldDecoder::offers(char descriptor) const
+{
+    return std::ranges::any_of(
+        entries_, [&](const Entry &entry) { return !entry.taken && entry.field.descriptor == descriptor; });
+}
+
+bool FieldDecoder::exhausted() const { return std::ranges::all_of(entries_, &Entry::taken); }
+
+void FieldDecoder::fail(UnitStatus status)
+{
+    if (status_ == UnitStatus::Ok) status_ = status;
+}
+
+UnitStatus FieldDecoder::finish() const
+{
+    const auto left = std::ranges::find(entries_, false, &Entry::taken);
+    if (status_ != UnitStatus::Ok || left == entries_.end()) return status_;
+    const bool repeated = std::any_of(
+        entries_.begin(), left, [&](const Entry &entry) { return entry.field.descriptor == left->field.descriptor; });
+    return repeated ? UnitStatus::RepeatedField : UnitStatus::UnknownField;
+}
+
+const FieldText *FieldDecoder::take(char descriptor)
+{
+    const auto entry = std::ranges::find_if(
+        entries_, [&](const Entry &other) { return !other.taken && other.field.descriptor == descriptor; });
+    if (entry == entries_.end()) {
+        if (presence_ == Presence::Required) fail(UnitStatus::MissingField);
+        return nullptr;
+    }
+    entry->taken = true;
+    return &entry->field;
+}
+
+std::optional<int> FieldDecoder::parseNumber(const std::string &text, const ValueRange &range, UnitStatus outside)
+{
+    int value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    // Only the one way in which a number is written is taken: no leading zeros, no plus sign, no minus zero.
+    if (error == std::errc::result_out_of_range)
+        fail(outside);
+    else if (error != std::errc{} || text != std::to_string(value))
+        fail(UnitStatus::NotANumber);
+    else if (!range.contains(value))
+        fail(outside);
+    else
+        return value;
+    return std::nullopt;
+}
+
+FieldDecoder FieldDecoder::partsOf(const FieldText &field, Presence presence) const
+{
+    static constexpr std::array separators{control::rs, control::us};
+    auto parts = splitFields(field.body, separators.at(level_));
+    FieldDecoder decoder(parts ? std::move(*parts) : std::vector<FieldText>(), presence, level_ + 1);
+    if (!parts) decoder.fail(UnitStatus::MalformedFrame);
+    return decoder;
+}

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "simulator/commandframe.h"
+#include "simulator/valuerange.h"
+
+#include <array>
+#include <string>
+#include <string_view>
+
+/// Whether a field's sub-fields may be left out.
+enum class Presence { Optional, Required };
+
+/// Writes the fields of a record as frame text, in the order in which they are described.
+class FieldEncoder
+{
+public:
+    template <typename Record>
+    using Ref = const Record &;
+
+    /// Which fields are written: all that a read answers, or only those that the matching write command takes.
+    enum class Scope { Answer, Write };
+
+    explicit FieldEncoder(Scope scope, std::size_t level = 0) : scope_(scope), level_(level) {}
+
+    void text(char descriptor, std::string_view value);
+
+    template <typename Value>
+    void number(char descriptor, Value value, const ValueRange &)
+    {
+        text(descriptor, std::to_string(static_cast<int>(value)));
+    }
+
+    /// A field with sub-fields, which `describe` adds to the encoder it is given. Left out when it adds none.
+    template <typename Describe>
+    void group(char descriptor, Presence, const Describe &describe)
+    {
+        FieldEncoder parts(scope_, level_ + 1);
+        describe(parts);
+        if (!parts.text_.empty()) text(descriptor, parts.text_);
+    }
+
+    template <typename Describe>
+    void groups(char descriptor, Presence parts, const Describe &describe)
+    {
+        group(descriptor, parts, describe);
+    }
+
+    /// Whether a field is written that only has something to say when `meaningful`.
+    static bool carries(bool meaningful) { return meaningful; }
+    bool carriesReadOnly() const { return scope_ == Scope::Answer; }
+
+    const std::string &result() const { return text_; }
+
+private:
+    Scope scope_;
+    std::size_t level_;  ///< 0 for the fields of a frame, 1 and 2 for sub-fields
+    std::string text_;
+};

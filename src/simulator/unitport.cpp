@@ -1,0 +1,186 @@
+#include "simulator/unitport.h"
+
+#include "simulator/terminalline.h"
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+using namespace control;
+
+namespace {
+
+constexpr std::string_view noise = "\xFF\x1C~\x03#\x1D\x7F";
+constexpr std::string_view streamFiller = "the unit talks and talks, but no frame begins. ";
+constexpr std::size_t longestFrame = 65536;  // bytes; more than any command needs
+
+/// Takes the first whole frame off the received bytes and drops what is before it; empty while there is none.
+std::string takeFrame(std::string &bytes)
+{
+    for (std::size_t end = bytes.find(etx); end != std::string::npos; end = bytes.find(etx)) {
+        const std::string upToEnd = bytes.substr(0, end + 1);
+        bytes.erase(0, end + 1);
+        if (const std::size_t start = upToEnd.rfind(stx); start != std::string::npos) return upToEnd.substr(start);
+    }
+    if (bytes.size() > longestFrame) bytes.clear();
+    return {};
+}
+
+std::string spoiled(Fault::Kind kind, std::string response)
+{
+    switch (kind) {
+    case Fault::Kind::Noise:
+        return std::string(noise) + response;
+    case Fault::Kind::WrongChecksum: {
+        char &digit = response.at(response.size() - 2);
+        digit = digit == '0' ? '1' : '0';
+        return response;
+    }
+    case Fault::Kind::CutOff:
+    case Fault::Kind::HangUp:
+        return response.substr(0, response.size() / 2);
+    case Fault::Kind::ZeroByte:
+        return response.insert(response.size() / 2, 1, '\0');
+    default:
+        return response;
+    }
+}
+
+}  // namespace
+
+UnitPort::UnitPort(UnitMemory memory, std::chrono::milliseconds restartTime) : unit_(std::move(memory), restartTime)
+{
+    plugIn();
+}
+
+UnitPort::~UnitPort() { unplug(); }
+
+std::string UnitPort::location() const
+{
+    const std::lock_guard lock(mutex_);
+    return terminal_ ? terminal_->location() : std::string();
+}
+
+void UnitPort::unplug()
+{
+    const std::lock_guard plugLock(plugMutex_);
+    server_ = {};
+    const std::lock_guard lock(mutex_);
+    terminal_.reset();
+}
+
+void UnitPort::plugIn()
+{
+    const std::lock_guard plugLock(plugMutex_);
+    if (!location().empty()) return;
+    server_ = {};  // A server that hung up by itself may be on its last lines.
+    const std::lock_guard lock(mutex_);
+    terminal_.emplace();
+    server_ = std::jthread([this, master = terminal_->master()](const std::stop_token &stop) { serve(stop, master); });
+}
+
+UnitMemory UnitPort::memory() const
+{
+    const std::lock_guard lock(mutex_);
+    return unit_.memory();
+}
+
+void UnitPort::alter(const std::function<void(UnitMemory &)> &change)
+{
+    const std::lock_guard lock(mutex_);
+    change(unit_.memory());
+}
+
+std::vector<std::string> UnitPort::takeRequests()
+{
+    const std::lock_guard lock(mutex_);
+    return std::exchange(requests_, {});
+}
+
+void UnitPort::queueFault(Fault fault)
+{
+    const std::lock_guard lock(mutex_);
+    faults_.push_back({std::move(fault), std::nullopt});
+}
+
+void UnitPort::queueFault(Fault fault, std::size_t healthyExchangesBefore)
+{
+    const std::lock_guard lock(mutex_);
+    faults_.push_back({std::move(fault), healthyExchangesBefore});
+}
+
+void UnitPort::onExchange(ExchangeObserver observer)
+{
+    const std::lock_guard lock(mutex_);
+    observer_ = std::move(observer);
+}
+
+void UnitPort::serve(const std::stop_token &stop, int master)
+{
+    TerminalLine line(master, stop);
+    std::string bytes;
+    while (line.receive(bytes)) {
+        for (std::string request = takeFrame(bytes); !request.empty(); request = takeFrame(bytes)) {
+            const Plan plan = planExchange(request);
+            const bool goesOn = play(line, plan);
+            if (plan.observer) plan.observer(request, plan.response);
+            if (!goesOn) return;
+        }
+    }
+}
+
+UnitPort::Plan UnitPort::planExchange(const std::string &request)
+{
+    const std::lock_guard lock(mutex_);
+    const ReceivedFrame received = parseFrame(request);
+    requests_.push_back(received.data);
+    if (unit_.isSilent()) return {{}, {}, observer_};
+
+    Plan plan{takeFault(received), {}, observer_};
+    if (plan.fault.kind == Fault::Kind::ErrorStatus) {
+        const std::string status = std::to_string(plan.fault.status);
+        unit_.setErrorText(plan.fault.status, plan.fault.text);
+        errorRequest_ = std::string("RET") + gs + 'A' + status;
+        plan.response = buildFrame(received.id, status);
+    } else if (plan.fault.carriesOut()) {
+        plan.response = spoiled(plan.fault.kind, unit_.answer(request).value_or(std::string()));
+    }
+    return plan;
+}
+
+Fault UnitPort::takeFault(const ReceivedFrame &request)
+{
+    const bool asksForError = std::exchange(errorRequest_, std::nullopt) == request.data;
+    if (faults_.empty()) return {};
+    QueuedFault &next = faults_.front();
+    if (!next.healthyBefore && asksForError) return {};
+    if (next.healthyBefore.value_or(0) > 0) {
+        --*next.healthyBefore;
+        return {};
+    }
+    Fault fault = std::move(next.fault);
+    faults_.pop_front();
+    return fault;
+}
+
+bool UnitPort::play(TerminalLine &line, const Plan &plan)
+{
+    switch (plan.fault.kind) {
+    case Fault::Kind::LateAnswer:
+        return line.pause(plan.fault.delay) && line.send(plan.response);
+    case Fault::Kind::SlowBytes:
+        return std::ranges::all_of(plan.response, [&](const char &byte) {
+            return line.send({&byte, 1}) && line.pause(plan.fault.delay);
+        });
+    case Fault::Kind::EndlessStream:
+        return line.streamUntilReceived(streamFiller);
+    case Fault::Kind::HangUp: {
+        line.send(plan.response);
+        const std::lock_guard lock(mutex_);
+        terminal_.reset();
+        return false;
+    }
+    default:
+        return line.send(plan.response);
+    }
+}

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "simulator/commandframe.h"
+#include "simulator/firmwareupload.h"
+#include "simulator/unitmemory.h"
+
+#include <chrono>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+
+/// A unit without hardware: takes one command frame, answers with one response frame, and keeps what was written. It
+/// is as strict as the protocol allows. A command that does not get status 0 has changed nothing.
+class VirtualUnit
+{
+public:
+    /// `restartTime` is how long the unit is silent after it accepted a restart.
+    explicit VirtualUnit(UnitMemory memory, std::chrono::milliseconds restartTime = std::chrono::milliseconds(500));
+
+    /// The response to the bytes of one frame, STX to ETX; nothing while the unit restarts. The response carries the
+    /// frame identifier of the command, or 0 when the command's cannot be read.
+    std::optional<std::string> answer(std::string_view frame);
+
+    /// Carries out a command and appends the fields of its answer (empty for a write). Reads answer with their
+    /// address fields first. A write needs at least one value, except "WSO", which changes nothing without one.
+    UnitStatus execute(const Command &command, std::string &answerFields);
+
+    /// Whether the unit is restarting.
+    bool isSilent() const;
+
+    /// Replaces the text that "RET" answers for a status number.
+    void setErrorText(int status, std::string text);
+
+    const UnitMemory &memory() const { return memory_; }
+    UnitMemory &memory() { return memory_; }
+
+private:
+    struct Exchange;
+    struct Row;
+
+    void describeError(Exchange &exchange) const;
+    void writeFirmware(Exchange &exchange);
+
+    UnitMemory memory_;
+    FirmwareUpload upload_;
+    std::map<int, std::string> errorTexts_;
+    std::chrono::milliseconds restartTime_;
+    std::chrono::steady_clock::time_point silentUntil_;
+};
