@@ -13,7 +13,7 @@ namespace {
 
 constexpr unsigned int probeTimeout = 1000;    // ms
 constexpr unsigned int workingTimeout = 2000;  // ms
-constexpr int searchPause = 250;               // ms between two passes over the ports
+constexpr int searchPause = 400;               // ms between two passes over the ports
 constexpr int searchPauseStep = 25;            // ms until a stop request is noticed
 
 /// A typed name as it is sent and stored: UTF-8, without the control bytes that would break a frame.
@@ -40,7 +40,9 @@ void requireIndex(const Array &records, int index)
 
 DeviceController::DeviceController(PortLister listPorts, QObject *parent)
     : QObject(parent), portLister(std::move(listPorts))
-{}
+{
+    registerMetaTypes();
+}
 
 DeviceController::~DeviceController() = default;
 

@@ -5,7 +5,7 @@
 #include <QMetaType>
 #include <QVector>
 
-// The types that travel between the threads as signal arguments; declared here, they are registered by use.
+// The types that travel between the threads as signal arguments.
 Q_DECLARE_METATYPE(FootswitchType)
 Q_DECLARE_METATYPE(LoopType)
 Q_DECLARE_METATYPE(SwitchType)
@@ -24,3 +24,6 @@ Q_DECLARE_METATYPE(MidiDeviceTapTempo)
 Q_DECLARE_METATYPE(TapTempoNote)
 Q_DECLARE_METATYPE(ControlChangeData)
 Q_DECLARE_METATYPE(PresetExpressionPedal)
+
+/// Registers them, so that queued connections can carry them. Every controller does it before anything is connected.
+void registerMetaTypes();

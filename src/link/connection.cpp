@@ -134,7 +134,7 @@ void Connection::log(FrameDirection direction, const std::string &data)
     std::string line = "[" + currentDateTimeString() +
                        "]: " + (direction == FrameDirection::Sent ? "PC >> " : "PC << ") + Converter::toLogString(data);
     Converter::eraseAllSubStr(line, "%s");
-    QMessageLogger().debug("%s", line.c_str());
+    qDebug("%s", line.c_str());
     QFile file(QCoreApplication::applicationDirPath() + "/log.txt");
     if (!file.open(QIODevice::WriteOnly | QIODevice::Append)) return;
     file.write((line + "\r\n").c_str());

@@ -6,10 +6,6 @@
 #include <boost/algorithm/string.hpp>
 #include <vector>
 
-const std::string Header::defaultRecriverStatus = "All";
-const std::string Header::defaultDataTransformation = "NDT";
-const std::string Header::defaultDirection;
-const std::string Header::defaultSender;
 unsigned long long Header::nextFrameNumber = 0;
 
 Header::Header() : frameID(nextFrameNumber++) {}

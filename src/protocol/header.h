@@ -23,12 +23,13 @@ public:
     std::string toString() const;
 
     static constexpr char separator = '\x1D';
-    static const std::string defaultRecriverStatus;
+    // Defined here, so that they exist before any header that is made while the program starts.
+    inline static const std::string defaultRecriverStatus = "All";
     static constexpr unsigned long long defaultFrameNumber = 1;
     static constexpr unsigned long long defaultMaxFrameNumber = 1;
-    static const std::string defaultDataTransformation;
-    static const std::string defaultDirection;
-    static const std::string defaultSender;
+    inline static const std::string defaultDataTransformation = "NDT";
+    inline static const std::string defaultDirection;
+    inline static const std::string defaultSender;
     /// The identifier of the next command frame. Frames are built on one thread at a time.
     static unsigned long long nextFrameNumber;
 

@@ -42,6 +42,13 @@ int FieldDecoder::address(char descriptor, const ValueRange &range)
     return parseNumber(field->body, range, UnitStatus::BadAddress).value_or(range.low);
 }
 
+bool FieldDecoder::flag(char descriptor)
+{
+    const FieldText *field = take(descriptor);
+    if (field != nullptr && !field->body.empty()) fail(UnitStatus::OutOfRange);
+    return field != nullptr;
+}
+
 bool FieldDecoder::offers(char descriptor) const
 {
     return std::ranges::any_of(

@@ -34,6 +34,9 @@ public:
     /// An addressing field: always required, with failures of its own. Gives the lowest address when it fails.
     int address(char descriptor, const ValueRange &range);
 
+    /// Takes a field that has no value; false when it is not there.
+    bool flag(char descriptor);
+
     /// A field with sub-fields, which `describe` takes from the decoder it is given.
     template <typename Describe>
     void group(char descriptor, Presence parts, const Describe &describe)

@@ -1,5 +1,7 @@
 #include "simulator/terminalline.h"
 
+#include "simulator/pseudoterminal.h"
+
 #include <array>
 #include <cerrno>
 #include <poll.h>
@@ -22,15 +24,19 @@ bool mayRetry() { return errno == EAGAIN || errno == EINTR; }
 
 }  // namespace
 
-TerminalLine::TerminalLine(int master, const std::stop_token &stop)
-    : master_(master), stop_(stop), wakeUp_(makeEvent()), onStop_(stop, [this] { ::eventfd_write(wakeUp_.get(), 1); })
+TerminalLine::TerminalLine(PseudoTerminal &terminal, const std::stop_token &stop)
+    : terminal_(terminal), stop_(stop), wakeUp_(makeEvent()),
+      onStop_(stop, [this] { ::eventfd_write(wakeUp_.get(), 1); })
 {}
 
-short TerminalLine::wait(short events, int timeout) const
+short TerminalLine::wait(short events, int timeout)
 {
-    std::array<pollfd, 2> watched{{{wakeUp_.get(), POLLIN, 0}, {events != 0 ? master_ : -1, events, 0}}};
+    std::array<pollfd, 3> watched{{{wakeUp_.get(), POLLIN, 0},
+                                   {terminal_.editorEvents(), POLLIN, 0},
+                                   {events != 0 ? terminal_.master() : -1, events, 0}}};
     ::poll(watched.data(), watched.size(), timeout);
-    return watched[1].revents;
+    terminal_.followEditor();
+    return watched[2].revents;
 }
 
 bool TerminalLine::receive(std::string &bytes)
@@ -38,7 +44,7 @@ bool TerminalLine::receive(std::string &bytes)
     std::array<char, 4096> buffer{};
     while (!stopped()) {
         wait(POLLIN, forEver);
-        const ssize_t count = stopped() ? 0 : ::read(master_, buffer.data(), buffer.size());
+        const ssize_t count = stopped() ? 0 : ::read(terminal_.master(), buffer.data(), buffer.size());
         if (count > 0) {
             bytes.append(buffer.data(), static_cast<std::size_t>(count));
             return true;
@@ -50,8 +56,9 @@ bool TerminalLine::receive(std::string &bytes)
 
 bool TerminalLine::send(std::string_view bytes)
 {
-    while (!bytes.empty() && !stopped()) {
-        const ssize_t count = ::write(master_, bytes.data(), bytes.size());
+    terminal_.followEditor();
+    while (!bytes.empty() && terminal_.isOpen() && !stopped()) {
+        const ssize_t count = ::write(terminal_.master(), bytes.data(), bytes.size());
         if (count >= 0)
             bytes.remove_prefix(static_cast<std::size_t>(count));
         else if (!mayRetry())
@@ -77,7 +84,8 @@ bool TerminalLine::streamUntilReceived(std::string_view filler)
 {
     while (!stopped()) {
         // A full line takes no more; that nobody reads is no reason to wait for it.
-        if (::write(master_, filler.data(), filler.size()) < 0 && !mayRetry()) return false;
+        if (terminal_.isOpen() && ::write(terminal_.master(), filler.data(), filler.size()) < 0 && !mayRetry())
+            return false;
         if (wait(POLLIN, static_cast<int>(streamPeriod.count())) != 0) return !stopped();
     }
     return false;

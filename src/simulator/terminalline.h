@@ -8,29 +8,32 @@
 #include <string>
 #include <string_view>
 
-/// Waiting reads and writes on the master of a pseudo-terminal that a stop request ends at once.
+class PseudoTerminal;
+
+/// Waiting reads and writes of the unit on its pseudo-terminal, which a stop request ends at once.
 class TerminalLine
 {
 public:
-    /// `master` is a descriptor that does not block; it must stay open as long as the line is used.
-    TerminalLine(int master, const std::stop_token &stop);
+    /// The terminal must outlive the line.
+    TerminalLine(PseudoTerminal &terminal, const std::stop_token &stop);
 
     // Each gives false when a stop was requested or the line is gone.
 
     /// Waits for bytes and appends them.
     bool receive(std::string &bytes);
+    /// Sends to the editor; what is sent while it has the line closed is lost.
     bool send(std::string_view bytes);
     bool pause(std::chrono::milliseconds time);
     /// Sends `filler` over and over, as fast as a slow serial line would, until bytes arrive.
     bool streamUntilReceived(std::string_view filler);
 
 private:
-    /// Waits for one of `events` on the master for at most `timeout` milliseconds (-1: for ever); gives those that
-    /// happened.
-    short wait(short events, int timeout) const;
+    /// Waits for one of `events` on the master, or for the editor to open or close the line, for at most `timeout`
+    /// milliseconds (-1: for ever); gives the events that happened on the master.
+    short wait(short events, int timeout);
     bool stopped() const { return stop_.stop_requested(); }
 
-    int master_;
+    PseudoTerminal &terminal_;
     std::stop_token stop_;
     Descriptor wakeUp_;
     std::stop_callback<std::function<void()>> onStop_;

@@ -76,7 +76,7 @@ void UnitPort::plugIn()
     server_ = {};  // A server that hung up by itself may be on its last lines.
     const std::lock_guard lock(mutex_);
     terminal_.emplace();
-    server_ = std::jthread([this, master = terminal_->master()](const std::stop_token &stop) { serve(stop, master); });
+    server_ = std::jthread([this, &terminal = *terminal_](const std::stop_token &stop) { serve(stop, terminal); });
 }
 
 UnitMemory UnitPort::memory() const
@@ -115,9 +115,9 @@ void UnitPort::onExchange(ExchangeObserver observer)
     observer_ = std::move(observer);
 }
 
-void UnitPort::serve(const std::stop_token &stop, int master)
+void UnitPort::serve(const std::stop_token &stop, PseudoTerminal &terminal)
 {
-    TerminalLine line(master, stop);
+    TerminalLine line(terminal, stop);
     std::string bytes;
     while (line.receive(bytes)) {
         for (std::string request = takeFrame(bytes); !request.empty(); request = takeFrame(bytes)) {

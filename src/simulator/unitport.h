@@ -72,7 +72,7 @@ private:
         ExchangeObserver observer;
     };
 
-    void serve(const std::stop_token &stop, int master);
+    void serve(const std::stop_token &stop, PseudoTerminal &terminal);
     Plan planExchange(const std::string &request);
     Fault takeFault(const ReceivedFrame &request);
     bool play(TerminalLine &line, const Plan &plan);

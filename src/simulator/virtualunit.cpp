@@ -94,7 +94,7 @@ UnitStatus VirtualUnit::execute(const Command &command, std::string &answerField
         {"WSO", [](VirtualUnit &unit, Exchange &e) { e.write(unit.memory_.switchOuts, Presence::Optional); }},
         {"ROS", [](VirtualUnit &unit, Exchange &e) { e.read(unit.memory_.settings); }},
         {"WOS", [](VirtualUnit &unit, Exchange &e) { e.write(unit.memory_.settings); }},
-        {"WFD", [](VirtualUnit &unit, Exchange &e) { unit.writeFirmware(e); }},
+        {"WFD", [](VirtualUnit &unit, Exchange &e) { unit.writeFirmware(e.request); }},
     };
     const auto *row = std::ranges::find(rows, command.name, &Row::command);
     if (row == std::end(rows)) return UnitStatus::UnknownCommand;
@@ -117,35 +117,32 @@ void VirtualUnit::describeError(Exchange &exchange) const
     exchange.answer.text('B', special != errorTexts_.end() ? special->second : statusText(status));
 }
 
-void VirtualUnit::writeFirmware(Exchange &exchange)
+void VirtualUnit::writeFirmware(FieldDecoder &request)
 {
-    FieldDecoder &request = exchange.request;
+    const bool allSent = request.flag('C');
+    const bool restart = !allSent && request.flag('D');
     int number = 0;
-    std::string text;
-    if (request.offers('A') || request.offers('B')) {
-        if (!request.offers('B')) request.fail(UnitStatus::MissingField);
+    std::string bytes;
+    if (!allSent && !restart) {
         number = request.address('A', anyNumber);
-        request.text('B', text);
-        if (request.finish() == UnitStatus::Ok) request.fail(upload_.addChunk(number, text));
-        return;
+        if (!request.offers('B')) request.fail(UnitStatus::MissingField);
+        request.text('B', bytes);
     }
-    // The two flags are fields without a value.
-    const char flag = request.offers('C') ? 'C' : 'D';
-    if (!request.offers(flag)) request.fail(UnitStatus::MissingField);
-    request.text(flag, text);
-    if (!text.empty()) request.fail(UnitStatus::OutOfRange);
-    if (request.finish() != UnitStatus::Ok) return;
-    if (flag == 'C') {
-        request.fail(upload_.finish());
-        return;
-    }
+    if (request.finish() == UnitStatus::Ok)
+        request.fail(allSent ? upload_.finish() : restart ? install() : upload_.addChunk(number, bytes));
+}
+
+UnitStatus VirtualUnit::install()
+{
     std::vector<std::uint8_t> image;
-    request.fail(upload_.takeImage(image));
-    if (request.finish() != UnitStatus::Ok) return;
+    const UnitStatus status = upload_.takeImage(image);
+    if (status != UnitStatus::Ok) return status;
     silentUntil_ = std::chrono::steady_clock::now() + restartTime_;
-    if (image.empty()) return;  // Without data the unit only restarts.
-    const FirmwareVersion version = firmwareVersion(image);
-    memory_.deviceInfo.firmwareMajor = version.major;
-    memory_.deviceInfo.firmwareMinor = version.minor;
-    memory_.firmware = std::move(image);
+    if (!image.empty()) {  // Without data the unit only restarts.
+        const FirmwareVersion version = firmwareVersion(image);
+        memory_.deviceInfo.firmwareMajor = version.major;
+        memory_.deviceInfo.firmwareMinor = version.minor;
+        memory_.firmware = std::move(image);
+    }
+    return UnitStatus::Ok;
 }

@@ -10,6 +10,8 @@
 #include <string>
 #include <string_view>
 
+class FieldDecoder;
+
 /// A unit without hardware: takes one command frame, answers with one response frame, and keeps what was written. It
 /// is as strict as the protocol allows. A command that does not get status 0 has changed nothing.
 class VirtualUnit
@@ -40,7 +42,8 @@ private:
     struct Row;
 
     void describeError(Exchange &exchange) const;
-    void writeFirmware(Exchange &exchange);
+    void writeFirmware(FieldDecoder &request);
+    UnitStatus install();
 
     UnitMemory memory_;
     FirmwareUpload upload_;

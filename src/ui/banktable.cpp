@@ -1,11 +1,12 @@
 #include "ui/banktable.h"
 
+#include <QHeaderView>
 #include <QIntValidator>
 #include <QLineEdit>
+#include <QLocale>
+#include <QPointer>
 #include <QPushButton>
 #include <QTableWidget>
-
-#include <functional>
 
 namespace {
 
@@ -16,13 +17,18 @@ constexpr int bankColumn = 0;
 class BankNumberValidator : public QIntValidator
 {
 public:
-    BankNumberValidator(std::function<int()> shown, QObject *parent)
-        : QIntValidator(0, lastBank, parent), shownBank(std::move(shown))
-    {}
-    void fixup(QString &input) const override { input = QString::number(shownBank()); }
+    explicit BankNumberValidator(const BankTable *table, QObject *parent)
+        : QIntValidator(0, lastBank, parent), bankTable(table)
+    {
+        setLocale(QLocale::c());
+    }
+    void fixup(QString &input) const override
+    {
+        if (bankTable) input = QString::number(bankTable->currentBank());
+    }
 
 private:
-    std::function<int()> shownBank;
+    QPointer<const BankTable> bankTable;  // the edits may outlive it
 };
 
 }  // namespace
@@ -37,7 +43,7 @@ BankTable::BankTable(QTableWidget *tableWidget, const QVector<look::Column> &col
     table->setCellWidget(firstRow - 1, bankColumn, arrowUp);
     for (int row = 0; row < editorRows; ++row) {
         QLineEdit *const edit = look::makeEdit(QString::number(bankNumber));
-        edit->setValidator(new BankNumberValidator([this] { return bankNumber; }, edit));
+        edit->setValidator(new BankNumberValidator(this, edit));
         edit->setMaxLength(2);
         edit->setAlignment(Qt::AlignLeft);
         edit->setAccessibleName(tr("Bank number"));
@@ -64,11 +70,12 @@ void BankTable::place(int place, int column, QWidget *editor)
     table->setCellWidget(firstRow + place, column, editor);
 }
 
-void BankTable::addNumbers(int column, int first)
+void BankTable::addNumbers(int column, int first, const QString &name)
 {
     for (int row = 0; row < bankNumbers.size(); ++row) {
         QLineEdit *const edit = look::makeEdit(QString::number(first + row));
         edit->setAlignment(Qt::AlignLeft);
+        edit->setAccessibleName(name);
         edit->setEnabled(false);
         place(row, column, edit);
     }
@@ -116,10 +123,12 @@ std::shared_ptr<const PresetData> BankTable::presetRecord(int preset) const
 void BankTable::changeBank()
 {
     if (auto *const edit = qobject_cast<QLineEdit *>(sender())) {
-        const int typed = edit->text().toInt();
-        look::showText(edit, QString::number(typed));  // "07" is bank 7
-        if (typed == bankNumber) return;
-        bankNumber = typed;
+        bool isNumber = false;
+        const int typed = edit->text().toInt(&isNumber);
+        const int bank = isNumber ? typed : bankNumber;
+        look::showText(edit, QString::number(bank));  // "07" is bank 7
+        if (bank == bankNumber) return;
+        bankNumber = bank;
     } else if (sender() == arrowUp && bankNumber < lastBank) {
         ++bankNumber;
     } else if (sender() == arrowDown && bankNumber > 0) {
@@ -155,8 +164,7 @@ void BankTable::gotBankAndPresetData(int bank)
 void BankTable::changePresetName()
 {
     for (int preset = 0; preset < presetNames.size(); ++preset)
-        if (const auto record = presetRecord(preset))
-            look::showText(presetNames[preset], QString::fromStdString(record->name));
+        if (const auto record = presetRecord(preset)) showName(presetNames[preset], record->name);
 }
 
 void BankTable::changeBankName()
@@ -164,23 +172,14 @@ void BankTable::changeBankName()
     const auto record = bankRecord();
     if (!record) return;
     for (QLineEdit *const edit : qAsConst(bankNames))
-        look::showText(edit, QString::fromStdString(record->name));
+        showName(edit, record->name);
 }
 
 void BankTable::bankNameChanged()
 {
     auto *const edit = qobject_cast<QLineEdit *>(sender());
     if (!bankNames.contains(edit)) return;
-    if (!data) {
-        edit->clear();
-        return;
-    }
-    const auto record = bankRecord();
-    if (!record) return;
-    const QString stored = QString::fromStdString(record->name);
-    if (edit->text() == stored) return;
-    emit changeBankNameSignal(edit->text(), bankNumber);
-    edit->setText(stored);
+    if (const auto name = takeNewName(edit, bankRecord())) emit changeBankNameSignal(*name, bankNumber);
 }
 
 void BankTable::presetNameChanged()
@@ -188,14 +187,27 @@ void BankTable::presetNameChanged()
     auto *const edit = qobject_cast<QLineEdit *>(sender());
     const int preset = presetNames.indexOf(edit);
     if (preset < 0) return;
+    if (const auto name = takeNewName(edit, presetRecord(preset)))
+        emit changePresetNameSignal(*name, bankNumber, preset);
+}
+
+void BankTable::showName(QLineEdit *edit, const std::string &name)
+{
+    look::showText(edit, QString::fromStdString(name));
+    shownNames[edit] = edit->text();
+}
+
+template <typename Record>
+std::optional<QString> BankTable::takeNewName(QLineEdit *edit, const std::shared_ptr<const Record> &record)
+{
     if (!data) {
         edit->clear();
-        return;
+        return std::nullopt;
     }
-    const auto record = presetRecord(preset);
-    if (!record) return;
-    const QString stored = QString::fromStdString(record->name);
-    if (edit->text() == stored) return;
-    emit changePresetNameSignal(edit->text(), bankNumber, preset);
-    edit->setText(stored);
+    const QString typed = edit->text();
+    // Until the answer to a request arrives, the edit shows another bank's name: leaving it must not rename this bank.
+    if (!record || typed == shownNames.value(edit) || typed == QString::fromStdString(record->name))
+        return std::nullopt;
+    showName(edit, record->name);
+    return typed;
 }

@@ -4,11 +4,14 @@
 #include "model/datafromdevice.h"
 #include "ui/look.h"
 
+#include <QHash>
 #include <QObject>
 #include <QString>
 #include <QVector>
 
 #include <memory>
+#include <optional>
+#include <string>
 
 class QLineEdit;
 class QPushButton;
@@ -53,7 +56,8 @@ protected:
     BankTable(QTableWidget *tableWidget, const QVector<look::Column> &columns, int rowHeight, int editorRows,
               int emptyRows);
 
-    void addNumbers(int column, int first);  ///< disabled edits that count from `first`
+    /// Disabled edits that count from `first`, told apart from other numbers by an accessible name.
+    void addNumbers(int column, int first, const QString &name = tr("Preset number"));
     void addBankNames(int column);
     void addPresetNames(int column);
     /// Puts an editor of preset (or pad) `place` into its row.
@@ -75,12 +79,18 @@ private:
     void changePresetName();
     void changeBankName();
     QPushButton *addArrow(const QString &icon, const QString &name);
+    void showName(QLineEdit *edit, const std::string &name);
+    /// The name that the user has made of the record's in this edit, which goes back to the stored one; nothing when
+    /// there is nothing to send.
+    template <typename Record>
+    std::optional<QString> takeNewName(QLineEdit *edit, const std::shared_ptr<const Record> &record);
 
     int firstRow;
     int bankNumber = 0;
     QVector<QLineEdit *> bankNumbers;
     QVector<QLineEdit *> bankNames;
     QVector<QLineEdit *> presetNames;
+    QHash<const QLineEdit *, QString> shownNames;  ///< what each name edit was last made to show
     QPushButton *arrowUp = nullptr;
     QPushButton *arrowDown = nullptr;
 };

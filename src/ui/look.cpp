@@ -3,11 +3,13 @@
 #include "model/datafromdevice.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalBlocker>
+#include <QStyledItemDelegate>
 #include <QTableWidget>
 #include <QWheelEvent>
 
@@ -55,6 +57,7 @@ QString comboBoxStyle(const QString &background)
 {
     return QStringLiteral("QComboBox{\n"
                           "border-radius: 5;\n"
+                          "border: 1px solid transparent;\n"
                           "background-color: %1;\n"
                           "color: white;\n"
                           "padding-left: 7px;\n"
@@ -65,7 +68,8 @@ QString comboBoxStyle(const QString &background)
                           "QComboBox::drop-down { border: none; width: 18px; }\n"
                           "QComboBox::down-arrow { image: url(:/images/combo-arrow.png); width: 9px; height: 9px; }\n"
                           "QComboBox QAbstractItemView { color: white; background: #000000; border: 1px solid %3;\n"
-                          "selection-background-color: %3; outline: none; }\n")
+                          "selection-background-color: %3; outline: none; }\n"
+                          "QComboBox QAbstractItemView::item { min-height: 26px; padding-left: 4px; }\n")
         .arg(background, focusColor, selectionColor);
 }
 
@@ -96,17 +100,24 @@ QString menuStyle()
 
 void setBackgroundLine(QWidget *widget, const QString &line)
 {
-    const QString style = widget->styleSheet();
-    QStringList lines = style.split('\n');
-    const auto setsBackground = [](const QString &text) { return text.contains(QLatin1String("background-color:")); };
-    const auto found = std::find_if(lines.begin(), lines.end(), setsBackground);
-    if (found == lines.end())
-        lines << line;
-    else if (*found == line)
-        return;
-    else
-        *found = line;
-    widget->setStyleSheet(lines.join('\n'));
+    QString style = widget->styleSheet();
+    const int found = style.indexOf(QLatin1String("background-color:"));
+    if (found < 0) {
+        style += '\n' + line;
+    } else {
+        const int start = style.lastIndexOf('\n', found) + 1;
+        const int end = style.indexOf('\n', found);
+        const int length = (end < 0 ? style.size() : end) - start;
+        if (style.midRef(start, length) == line) return;
+        style.replace(start, length, line);
+    }
+    widget->setStyleSheet(style);
+}
+
+void wearFunctionColor(QWidget *widget, FootswitchType function)
+{
+    const QString color = functionColor(function);
+    if (!color.isEmpty()) setBackgroundLine(widget, QStringLiteral("background-color: %1;").arg(color));
 }
 
 QLineEdit *makeEdit(const QString &text)
@@ -122,6 +133,8 @@ QComboBox *makeComboBox(const QStringList &items, const QString &background)
     auto *box = new ComboBox;
     box->setFont(pixelFont(DataFromDevice::fontTableContent));
     box->setStyleSheet(comboBoxStyle(background));
+    box->setItemDelegate(new QStyledItemDelegate(box));  // the box's own ignores the style sheet's row height
+    box->view()->setTextElideMode(Qt::ElideRight);
     box->setMaxVisibleItems(12);
     // Without this a box measures all of its items, thousands of them on the pedal page, to find its width.
     box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
@@ -148,6 +161,16 @@ void makeIconButton(QAbstractButton *button, const QString &icon, const QSize &i
 
 void prepareTable(QTableWidget *table, const QVector<Column> &columns, int rowHeight)
 {
+    // In a window with a style sheet of its own, what a child looked up before keeps ruling it unless the table is
+    // polished by now.
+    table->ensurePolished();
+    table->setStyleSheet(
+        QStringLiteral("QTableWidget { background-color: %1; color: white; border: none; }\n"
+                       "QHeaderView { background-color: %1; }\n"
+                       "QHeaderView::section { background-color: %1; color: white; border: none; padding-left: 9px; }\n"
+                       "QLineEdit, QComboBox, QPushButton { margin: 2px; border: 1px solid transparent; }\n"
+                       "QLineEdit:focus, QComboBox:focus, QPushButton:focus { border: 1px solid %2; }\n")
+            .arg(pageColor, focusColor));
     QHeaderView *const header = table->horizontalHeader();
     header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     header->setSectionResizeMode(QHeaderView::Fixed);
@@ -159,7 +182,9 @@ void prepareTable(QTableWidget *table, const QVector<Column> &columns, int rowHe
     table->verticalHeader()->setDefaultSectionSize(rowHeight);
     table->verticalHeader()->hide();
     for (int column = 0; column < columns.size(); ++column) {
-        table->setHorizontalHeaderItem(column, new QTableWidgetItem(columns[column].header));
+        auto *const item = new QTableWidgetItem(columns[column].header);
+        item->setFont(header->font());  // the header's own does not always reach its texts
+        table->setHorizontalHeaderItem(column, item);
         table->setColumnWidth(column, columns[column].width);
     }
     table->setFont(pixelFont(DataFromDevice::fontTableContent));
@@ -168,13 +193,8 @@ void prepareTable(QTableWidget *table, const QVector<Column> &columns, int rowHe
     table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     table->setSelectionMode(QAbstractItemView::NoSelection);
     table->setFocusPolicy(Qt::NoFocus);  // the cell widgets take it
+    table->setTabKeyNavigation(false);   // Tab is theirs too
     table->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    table->setStyleSheet(
-        QStringLiteral("QTableWidget { background-color: %1; color: white; border: none; }\n"
-                       "QHeaderView { background-color: %1; }\n"
-                       "QHeaderView::section { background-color: %1; color: white; border: none; padding-left: 7px; }\n"
-                       "QTableWidget QLineEdit, QTableWidget QComboBox, QTableWidget QPushButton { margin: 2px; }\n")
-            .arg(pageColor));
 }
 
 void orderTabs(const QTableWidget *table)
@@ -197,7 +217,9 @@ void showIndex(QComboBox *box, int index)
 void showText(QLineEdit *edit, const QString &text)
 {
     const QSignalBlocker blocker(edit);
-    if (edit->text() != text) edit->setText(text);
+    if (edit->text() == text) return;
+    edit->setText(text);
+    if (!edit->hasFocus()) edit->setCursorPosition(0);
 }
 
 }  // namespace look

@@ -24,7 +24,7 @@ inline const QString cellColor = QStringLiteral("#000000");
 inline const QString acceptColor = QStringLiteral("#00ab00");
 inline const QString rejectColor = QStringLiteral("#ab0000");
 inline const QString selectionColor = QStringLiteral("#828282");
-inline const QString focusColor = QStringLiteral("#fa830f");
+inline const QString focusColor = QStringLiteral("#ffffff");  ///< stands out from every ground and function colour
 
 /// The windows' layout is fixed in pixels for text of one pixel a point, so text takes its point size in pixels,
 /// whatever resolution the desktop reports.
@@ -47,10 +47,13 @@ QString menuStyle();
 /// Replaces the first line of the widget's style sheet that sets a background colour by `line`, or appends `line` where
 /// there is none. A style sheet that would stay the same is not set again: setting one is dear.
 void setBackgroundLine(QWidget *widget, const QString &line);
+/// Gives the widget the colour of a footswitch function; a number that is no function leaves it as it is.
+void wearFunctionColor(QWidget *widget, FootswitchType function);
 
 /// Black with white text.
 QLineEdit *makeEdit(const QString &text = QString());
-/// A box with these items that shows the first; the wheel over it does not change it.
+/// A box with these items that shows the first; the wheel over it does not change it. The open list has rows of
+/// comfortable height and cuts long texts at their end.
 QComboBox *makeComboBox(const QStringList &items, const QString &background = cellColor);
 /// "0" to the largest, as texts.
 QStringList numberTexts(int first, int last);
@@ -70,7 +73,7 @@ void orderTabs(const QTableWidget *table);
 
 /// Shows the item at `index` without letting the box announce it.
 void showIndex(QComboBox *box, int index);
-/// Shows `text` without letting the edit announce it.
+/// Shows `text`, from its beginning, without letting the edit announce it.
 void showText(QLineEdit *edit, const QString &text);
 
 }  // namespace look

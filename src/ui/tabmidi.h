@@ -1,0 +1,40 @@
+#pragma once
+
+#include "ui/banktable.h"
+
+class NameButton;
+
+/// What each preset of a bank sends to each MIDI device: one button per device opens the editor.
+class TabMidi : public BankTable
+{
+    Q_OBJECT
+
+public:
+    /// Lays out a table of 14 columns and one row, which stays its owner's.
+    explicit TabMidi(QTableWidget *tableWidget);
+
+signals:
+    void getMidiDevicesData();
+    void getExpressionPedalData();
+    /// `device` counts from 0; `program` is 1 to 128 or `none`.
+    void changeProgramChangeNumber(int bank, int preset, int device, int program);
+    /// The preset's whole new list.
+    void changeControlChangeData(int bank, int preset, const QVector<ControlChangeData> &list);
+    void changePresetExpressionPedal(int bank, int preset, const PresetExpressionPedal &pedal);
+
+public slots:
+    /// Asks for the MIDI devices, for this tab and for the table of MIDI devices.
+    void loadDataFromDevice(DataFromDevice *dataFromDevice) override;
+    void gotMidiDevicesData();
+    /// Opens the editor for a preset that takes MIDI messages, and sends what was changed if it ends with OK.
+    void deviceButtonClicked();
+
+private:
+    void refreshEditors() override { changeButtonColors(); }
+    void changeButtonColors();
+    /// A preset whose messages may be edited; null when it is a loop or switch modifier or has not been read.
+    std::shared_ptr<const PresetData> editableRecord(int bank, int preset) const;
+    void edit(int bank, int preset, int device);
+
+    QVector<QVector<NameButton *>> deviceButtons;  // by device, then preset
+};

@@ -1,0 +1,287 @@
+#include "link/connection.h"
+#include "support/wire.h"
+#include "ui/editor.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMessageBox>
+#include <QProgressBar>
+#include <QSignalSpy>
+#include <QTableWidget>
+#include <QTemporaryDir>
+#include <QTimer>
+
+#include <ctime>
+
+namespace {
+
+/// Runs `act` on the next modal dialog.
+void onDialog(const std::function<void(QWidget &)> &act)
+{
+    auto *watch = new QTimer(qApp);
+    QObject::connect(watch, &QTimer::timeout, qApp, [watch, act] {
+        QWidget *const dialog = QApplication::activeModalWidget();
+        if (!dialog) return;
+        watch->deleteLater();
+        watch->stop();
+        act(*dialog);
+    });
+    watch->start(10);
+}
+
+void accept(QWidget &box) { dynamic_cast<QMessageBox &>(box).button(QMessageBox::Ok)->click(); }
+
+}  // namespace
+
+TEST_F(Editor, ShowsTheUnitAndItsFirmware)
+{
+    const DeviceInfo info = unit.memory().deviceInfo;
+    EXPECT_EQ(find<QLabel>("label_deviceFirmware").text(),
+              QString("FIRMWARE %1.%2").arg(info.firmwareMajor).arg(info.firmwareMinor));
+    EXPECT_EQ(window.windowTitle(), "KORA");
+    EXPECT_EQ(window.size(), QSize(1322, 709));
+    EXPECT_TRUE(find<QWidget>("tableWidget_footswitchFunction").isVisible());
+}
+
+TEST_F(Editor, FirstConnectionAsksForOneBankAndTheMidiDevices)
+{
+    unit.unplug();
+    click("pushButton_settingsTab");
+    ASSERT_TRUE(becomes([this] { return !isConnected(); }));
+    unit.plugIn();
+    ASSERT_TRUE(becomes([this] { return isConnected(); }));
+    std::vector<std::string> expected{"RDI", "RDI", wire("RBB|A0")};
+    for (const char *preset : {"0", "1", "2", "3", "4", "5", "6", "7", "8", "9"})
+        expected.push_back(wire(std::string("RBP|A0|B") + preset));
+    for (const char *device : {"1", "2", "3", "4", "5", "6", "7", "8", "9", "10"})
+        expected.push_back(wire(std::string("RMD|A") + device));
+    EXPECT_EQ(requests(), expected);
+}
+
+TEST_F(Editor, EveryTableShowsItsOwnBankAgainAfterAReconnection)
+{
+    auto &loops = find<QTableWidget>("tableWidget_loops");
+    click("pushButton_loopsTab");
+    auto *const number = qobject_cast<QLineEdit *>(loops.cellWidget(1, 0));
+    number->setText("5");
+    QTest::keyClick(number, Qt::Key_Return);
+    EXPECT_EQ(requests().size(), 11U);
+    unit.unplug();
+    click("pushButton_settingsTab");
+    ASSERT_TRUE(becomes([this] { return !isConnected(); }));
+    unit.alter([](UnitMemory &memory) { memory.banks[5].name = "CHANGED"; });
+    unit.plugIn();
+    ASSERT_TRUE(becomes([&] { return qobject_cast<QLineEdit *>(loops.cellWidget(1, 2))->text() == "CHANGED"; }));
+    const auto asked = requests();
+    EXPECT_EQ(std::count(asked.begin(), asked.end(), wire("RBB|A0")), 1);
+    EXPECT_EQ(std::count(asked.begin(), asked.end(), wire("RBB|A5")), 1);
+}
+
+TEST_F(Editor, ALostUnitIsNoticedWithoutABoxAndFoundAgainEveryTime)
+{
+    for (int round = 0; round < 5; ++round) {
+        unit.unplug();
+        click("pushButton_settingsTab");
+        ASSERT_TRUE(becomes([this] { return status() == "DEVICE DISCONNECTED"; }));
+        EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+        EXPECT_EQ(find<QLabel>("label_deviceFirmware").text(), "");
+        unit.plugIn();
+        ASSERT_TRUE(becomes([this] { return isConnected(); }));
+        ASSERT_TRUE(settles());
+    }
+}
+
+TEST_F(Editor, ARefusalIsShownInTheUnitsOwnWordsAsPlainText)
+{
+    click("pushButton_settingsTab");
+    ASSERT_TRUE(settles());
+    unit.queueFault(Fault::errorStatus(9, "<h1>No</h1>"));
+    bool seen = false;
+    onDialog([&](QWidget &dialog) {
+        auto &box = dynamic_cast<QMessageBox &>(dialog);
+        seen = box.windowTitle() == "Error" && box.text() == "<h1>No</h1>" && box.textFormat() == Qt::PlainText &&
+               box.icon() == QMessageBox::Critical && box.standardButtons() == QMessageBox::Ok;
+        accept(box);
+    });
+    auto &keyboard = find<QComboBox>("comboBox_keyboardType");
+    const QString stored = keyboard.currentText();
+    choose(keyboard, stored == "QWERTY" ? "AZERTY" : "QWERTY");
+    ASSERT_TRUE(becomes([&] { return seen; }));
+    EXPECT_TRUE(isConnected());
+    click("pushButton_settingsTab");
+    ASSERT_TRUE(settles());
+    EXPECT_EQ(keyboard.currentText(), stored);
+}
+
+TEST_F(Editor, MenuOffersTheUpgradeAndThreeEmptySubmenus)
+{
+    window.move(-600, 0);  // the menu would be moved to stay on the small screen of the offscreen platform
+    click("pushButton_menu");
+    auto *const menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+    ASSERT_NE(menu, nullptr);
+    QStringList texts;
+    for (const QAction *const action : menu->actions())
+        texts << action->text() + (action->menu() ? QString(": %1").arg(action->menu()->actions().size()) : QString());
+    EXPECT_EQ(texts, QStringList({"FIRMWARE UPGRADE", "BACKUP: 0", "RESTORE: 0", "FACTORY RESET: 0"}));
+    EXPECT_EQ(menu->pos(), find<QPushButton>("pushButton_menu").mapToGlobal({0, 29}));
+    menu->close();
+}
+
+TEST_F(Editor, IsDraggedByItsTopOnly)
+{
+    const auto drag = [this](int from) {
+        const QPoint before = window.pos();
+        const QPoint press(400, from);
+        QTest::mousePress(&window, Qt::LeftButton, {}, press);
+        QMouseEvent move(QEvent::MouseMove, press, before + press + QPoint(30, 20), Qt::NoButton, Qt::LeftButton, {});
+        QApplication::sendEvent(&window, &move);
+        QTest::mouseRelease(&window, Qt::LeftButton, {}, press);
+        return window.pos() - before;
+    };
+    window.move(100, 100);
+    EXPECT_EQ(drag(199), QPoint(30, 20));
+    EXPECT_EQ(drag(200), QPoint(0, 0));
+    QMouseEvent stray(QEvent::MouseMove, QPoint(5, 5), QPoint(900, 900), Qt::NoButton, Qt::LeftButton, {});
+    const QPoint before = window.pos();
+    QApplication::sendEvent(&window, &stray);
+    EXPECT_EQ(window.pos(), before);
+}
+
+TEST_F(Editor, TheShortcutTurnsTheTrafficLogOnAndOff)
+{
+    const bool before = Connection::enableLog;
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    for (const bool expected : {!before, before}) {
+        QTest::keyClick(&window, Qt::Key_L, Qt::ControlModifier | Qt::ShiftModifier);
+        EXPECT_EQ(Connection::enableLog, expected);
+    }
+}
+
+// --- Firmware
+
+class Upload : public Editor
+{
+protected:
+    QTemporaryDir folder;
+
+    QString image(int bytes)
+    {
+        QFile file(folder.filePath("image.bin"));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(QByteArray(bytes, 'k')) == bytes);
+        return file.fileName();
+    }
+
+    void start(const QString &path)
+    {
+        onDialog([path](QWidget &dialog) {
+            auto &files = dynamic_cast<QFileDialog &>(dialog);
+            EXPECT_EQ(files.windowTitle(), "Open KORA Firmware File");
+            EXPECT_EQ(files.nameFilters(), QStringList("KORA Firmware (*.bin)"));
+            files.selectFile(path);
+            static_cast<QDialog &>(files).done(path.isEmpty() ? QDialog::Rejected : QDialog::Accepted);
+        });
+        window.updateFirmware();
+    }
+
+    bool isBusy() const
+    {
+        const bool veil = find<QLabel>("label_loading").isVisible();
+        EXPECT_EQ(find<QLabel>("label_loadingText").isVisible(), veil);
+        EXPECT_EQ(find<QProgressBar>("progressBar_loading").isVisible(), veil);
+        return veil;
+    }
+
+    QString waitForBox()
+    {
+        QString title;
+        onDialog([&title](QWidget &box) {
+            title = box.windowTitle() + '|' + dynamic_cast<QMessageBox &>(box).text();
+            accept(box);
+        });
+        EXPECT_TRUE(becomes([&] { return !title.isEmpty(); }));
+        QTest::qWait(10);
+        return title;
+    }
+};
+
+TEST_F(Upload, CompletesAndShowsHowFarItIs)
+{
+    const QSignalSpy progress(&find<QProgressBar>("progressBar_loading"), &QProgressBar::valueChanged);
+    start(image(20000));
+    EXPECT_TRUE(isBusy());
+    EXPECT_EQ(find<QLabel>("label_loadingText").text(), "SENDING NEW FIRMWARE TO DEVICE. PLEASE WAIT");
+    const QSignalSpy second(&window, &MainWindow::updateFirmwareSignal);
+    window.updateFirmware();
+    EXPECT_EQ(second.size(), 0);
+    EXPECT_EQ(waitForBox(), "UPLOAD COMPLETE|NOW KORA WILL RESTART AND INSTALL NEW FIRMWARE.\n"
+                            "AFTER INSTALATION, PLEASE RESTART THIS PROGRAM");
+    EXPECT_FALSE(isBusy());
+    EXPECT_EQ(unit.memory().firmware, std::vector<std::uint8_t>(20000, 'k'));
+    EXPECT_GT(progress.size(), 10);
+    EXPECT_EQ(find<QProgressBar>("progressBar_loading").value(), 100);
+}
+
+TEST_F(Upload, EndsInTheRightBox)
+{
+    start(QString());
+    EXPECT_FALSE(isBusy());
+    EXPECT_EQ(requests(), std::vector<std::string>());
+
+    start(folder.filePath("missing.bin"));
+    EXPECT_TRUE(isBusy());
+    EXPECT_EQ(waitForBox(), "Error|File doesn't exist");
+    EXPECT_FALSE(isBusy());
+}
+
+TEST_F(Upload, AUnitThatFallsSilentFailsWithinOneTimeout)
+{
+    unit.queueFault(Fault::silence(), 3);
+    QElapsedTimer clock;
+    clock.start();
+    start(image(20000));
+    EXPECT_EQ(waitForBox(), "UPLOAD FAILED|FIRMWARE UPLOAD FAILED");
+    EXPECT_LT(clock.elapsed(), 4000);
+    EXPECT_FALSE(isBusy());
+}
+
+TEST_F(Upload, ClosingTheWindowStopsBetweenTwoChunks)
+{
+    start(image(983040));
+    ASSERT_TRUE(becomes([this] { return find<QProgressBar>("progressBar_loading").value() >= 1; }));
+    QElapsedTimer clock;
+    clock.start();
+    window.close();
+    EXPECT_LT(clock.elapsed(), 1000);
+    const auto sent = unit.takeRequests();
+    EXPECT_LT(sent.size(), 1900U);
+    EXPECT_EQ(sent.back().substr(0, 5), wire("WFD|A"));
+}
+
+// --- The search
+
+TEST(Search, ClosingEndsItWithinOneProbeAndIdlingIsCheap)
+{
+    UnitPort silent;
+    silent.queueFault(Fault::silence());
+    MainWindow probing([&] { return QStringList(QString::fromStdString(silent.location())); });
+    probing.show();
+    QTest::qWait(200);
+    QElapsedTimer clock;
+    clock.start();
+    probing.close();
+    EXPECT_LT(clock.elapsed(), 1300);
+
+    MainWindow idle([] { return QStringList(); });
+    idle.show();
+    QTest::qWait(300);
+    const std::clock_t before = std::clock();
+    QTest::qWait(1500);
+    EXPECT_LT(std::clock() - before, CLOCKS_PER_SEC * 15 / 100);
+    clock.start();
+    idle.close();
+    EXPECT_LT(clock.elapsed(), 300);
+}

@@ -1,0 +1,44 @@
+#include "app/tour.h"
+#include "simulator/unitport.h"
+#include "ui/mainwindow.h"
+#include "ui/startup.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QTextStream>
+
+/// The editor with a virtual unit: for trying it out, and with --tour for showing that it works.
+int main(int argc, char **argv)
+{
+    startup::prepareScreen();
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);  // the tour answers the file dialog
+    QApplication application(argc, argv);
+    startup::prepareApplication();
+
+    QCommandLineParser options;
+    options.setApplicationDescription(QStringLiteral("The KORA editor together with a virtual unit."));
+    const QCommandLineOption tourOption(QStringLiteral("tour"),
+                                        QStringLiteral("Drive the editor through all of its pages, check what the unit "
+                                                       "then holds, and save screenshots in DIRECTORY."),
+                                        QStringLiteral("DIRECTORY"));
+    options.addOption(tourOption);
+    options.addHelpOption();
+    options.process(application);
+
+    UnitPort unit;
+    MainWindow window([&unit] {
+        const std::string location = unit.location();
+        return location.empty() ? QStringList() : QStringList(QString::fromStdString(location));
+    });
+    startup::showFrameless(window);
+    if (!options.isSet(tourOption)) {
+        QTextStream(stdout) << "The virtual unit answers on " << QString::fromStdString(unit.location()) << Qt::endl;
+        return application.exec();
+    }
+
+    Tour tour(window, unit, options.value(tourOption));
+    tour.run();
+    window.close();
+    QTextStream(stdout) << tour.passed() << " passed, " << tour.failed() << " failed" << Qt::endl;
+    return tour.failed() == 0 ? 0 : 1;
+}

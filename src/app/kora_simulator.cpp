@@ -1,0 +1,153 @@
+#include "simulator/statefile.h"
+#include "simulator/unitport.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+
+#include <algorithm>
+#include <csignal>
+#include <ctime>
+#include <filesystem>
+#include <iostream>
+#include <iterator>
+#include <map>
+#include <stdexcept>
+
+namespace {
+
+const QString stateOption = QStringLiteral("state");
+const QString faultOption = QStringLiteral("fault");
+const QString linkOption = QStringLiteral("link");
+
+/// A faulty command line; what() tells which part.
+struct UsageError : std::runtime_error
+{
+    using std::runtime_error::runtime_error;
+};
+
+/// Reads "N:KIND" options: the number of the exchange, from 1, and the fault that spoils it.
+std::map<std::size_t, Fault> parseFaults(const QStringList &options)
+{
+    std::map<std::size_t, Fault> faults;
+    for (const QString &option : options) {
+        bool isNumber = false;
+        const uint exchange = option.section(':', 0, 0).toUInt(&isNumber);
+        const auto fault = Fault::named(option.section(':', 1).toStdString());
+        if (!isNumber || exchange == 0 || !fault || !faults.emplace(exchange, *fault).second)
+            throw UsageError("--fault " + option.toStdString() + ": expected the number of an exchange and one of " +
+                             Fault::names());
+    }
+    return faults;
+}
+
+void queueFaults(UnitPort &port, const std::map<std::size_t, Fault> &faults)
+{
+    std::size_t next = 1;
+    for (const auto &[exchange, fault] : faults) {
+        port.queueFault(fault, exchange - next);
+        next = exchange + 1;
+    }
+}
+
+/// A symbolic link to the port under a path of the user's choice, removed at the end.
+class Link
+{
+public:
+    explicit Link(std::filesystem::path path) : path_(std::move(path)) {}
+    Link(const Link &) = delete;
+    Link &operator=(const Link &) = delete;
+    ~Link() { remove(); }
+
+    void pointTo(const std::string &target)
+    {
+        if (path_.empty()) return;
+        remove();
+        std::filesystem::create_symlink(target, path_);
+    }
+
+private:
+    void remove() const
+    {
+        std::error_code ignored;
+        if (std::filesystem::is_symlink(path_, ignored)) std::filesystem::remove(path_, ignored);
+    }
+
+    std::filesystem::path path_;
+};
+
+void announce(const UnitPort &port, Link &link)
+{
+    link.pointTo(port.location());
+    std::cout << port.location() << std::endl;
+}
+
+void print(const std::string &request, const std::string &response)
+{
+    std::cout << "PC >> " << escaped(request) << '\n';
+    if (!response.empty()) std::cout << "PC << " << escaped(response) << '\n';
+    std::cout << std::flush;
+}
+
+/// Serves until a signal of `stops` arrives. A unit that hung up is plugged in again after two seconds.
+void serve(UnitPort &port, Link &link, const sigset_t &stops)
+{
+    constexpr timespec period{2, 0};
+    while (::sigtimedwait(&stops, nullptr, &period) < 0) {
+        if (port.location().empty()) {
+            port.plugIn();
+            announce(port, link);
+        }
+    }
+}
+
+int run(const QCommandLineParser &options)
+{
+    const std::filesystem::path stateFile = options.value(stateOption).toStdString();
+    const auto faults = parseFaults(options.values(faultOption));
+
+    // Blocked before the unit's thread starts, so that the signals wait for serve() alone.
+    sigset_t stops;
+    sigemptyset(&stops);
+    sigaddset(&stops, SIGINT);
+    sigaddset(&stops, SIGTERM);
+    pthread_sigmask(SIG_BLOCK, &stops, nullptr);
+
+    UnitPort port(std::filesystem::exists(stateFile) ? loadState(stateFile) : musicianContent());
+    Link link(options.value(linkOption).toStdString());
+    queueFaults(port, faults);
+    announce(port, link);
+    port.onExchange(print);
+    serve(port, link, stops);
+    port.unplug();
+    if (!stateFile.empty()) saveState(stateFile, port.memory());
+    return EXIT_SUCCESS;
+}
+
+}  // namespace
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("kora-simulator"));
+    QCommandLineParser options;
+    options.setApplicationDescription(QStringLiteral(
+        "A unit without hardware. Prints the path of its serial port, then every frame that the editor sends (PC >>) "
+        "and receives (PC <<), until it is interrupted."));
+    options.addHelpOption();
+    options.addOptions({
+        {stateOption, QStringLiteral("Read the unit's memory from FILE if it exists, and keep it there at the end."),
+         QStringLiteral("FILE")},
+        {faultOption,
+         QStringLiteral("Spoil exchange number N (from 1); may be given several times. KIND is one of ") +
+             QString::fromStdString(Fault::names()) + '.',
+         QStringLiteral("N:KIND")},
+        {linkOption, QStringLiteral("Keep a symbolic link to the port at PATH."), QStringLiteral("PATH")},
+    });
+    options.process(application);
+    try {
+        return run(options);
+    } catch (const std::exception &error) {
+        std::cerr << "kora-simulator: " << error.what() << std::endl;
+        return EXIT_FAILURE;
+    }
+}

@@ -1,0 +1,354 @@
+#include "frames.h"
+#include "simulator/bitwisecrc.h"
+#include "simulator/musiciancontent.h"
+#include "simulator/virtualunit.h"
+
+#include <gtest/gtest.h>
+#include <set>
+#include <thread>
+
+namespace {
+
+using namespace std::chrono_literals;
+
+UnitMemory sample()
+{
+    UnitMemory memory;
+    memory.deviceInfo = {"KORA", "BENCH", 2, 7, 3, 99};
+    memory.banks[4] = {"CAFÉ", WahPadAction::ChangeToPreset, 9, WahPadAction::Add, 0};
+    memory.presets[4][2] = {
+        "SOLO",
+        FootswitchType::LoopModifier,
+        LoopType::On,
+        {LoopType::On, LoopType::Off, LoopType::Toggle, LoopType::Inactive, LoopType::On, LoopType::Off},
+        {SwitchType::Off, SwitchType::On, SwitchType::Toggle, SwitchType::Inactive, SwitchType::Off, SwitchType::On},
+        {{1, 2, 64}, {10, 20, 254}},
+        {1, none, none, none, none, none, none, none, none, 128},
+        {3, 4, ExpressionPedalCharacteristic::SlowFast, 5, 127}};
+    std::array<Controller, controllerCount> controllers;
+    controllers[0] = {"GAIN", 20};
+    controllers[19] = {"Ö", 0};
+    memory.midiDevices[9] = {"AMP", 16,  true, MidiDeviceTapTempo::TapCtrl, controllers,
+                             3,     254, 60,   TapTempoNote::Toggle};
+    memory.midiIn = {none, MidiInPCFunction::BankAndPreset, MidiInCCFunction::NumberBankValuePreset};
+    memory.expressionPedal = {
+        ExpressionPedalCharacteristic::SlowFast, ExpressionPedalPeriod::Ms64, 1, 127, 12, 4095, true, 10, 20, true};
+    memory.switchOuts.switchOuts = {SwitchOutSetting::Latching, SwitchOutSetting::Pulse, SwitchOutSetting::Momentary,
+                                    SwitchOutSetting::Latching, SwitchOutSetting::Pulse, SwitchOutSetting::Momentary};
+    memory.settings = {BankPresetChangeMode::Indirect,
+                       true,
+                       false,
+                       WahPadSetting::Loop6,
+                       WahPadSetting::Inactive,
+                       ClickProtection::High,
+                       true,
+                       KeyboardType::Azerty,
+                       PresetChangeName::PresetOnly};
+    return memory;
+}
+
+/// The status and fields with which the unit answers a data part.
+std::string reply(VirtualUnit &unit, const std::string &data)
+{
+    const ReceivedFrame answer = parseFrame(unit.answer(buildFrame("1", wire(data))).value_or(""));
+    return answer.data;
+}
+
+/// How many top-level fields of two answers of the same length differ.
+int differences(const std::string &before, const std::string &after)
+{
+    const auto first = splitFields(before, control::gs).value();
+    const auto second = splitFields(after, control::gs).value();
+    EXPECT_EQ(first.size(), second.size());
+    int count = 0;
+    for (std::size_t i = 0; i < std::min(first.size(), second.size()); ++i)
+        count += first[i] == second[i] ? 0 : 1;
+    return count;
+}
+
+TEST(Commands, AnswerByteForByte)
+{
+    const struct
+    {
+        const char *command;
+        const char *answer;
+    } table[] = {
+        {"1|RDI7329", "1|0;AKORA;BBENCH;C2;D7;E3;F995A0B"},
+        {"7|RET;A33DAF", "7|0;A3;BUnknown command82CC"},
+        {"12|RBB;A4D9C6", "12|0;A4;BCAFÉ;C3;D9;E1;F006AE"},
+        {"3|RBP;A4;B2A011", "3|0;A4;B2;CSOLO;D2;EA1/B1/C2/D3/E4/F1/G2;FA2/B1/C3/D4/E2/F1;"
+                            "GAA1,B2,C64/BA10,B20,C254/a1/j128/nA3,B4,C3,D5,E127CD62"},
+        {"18446744073709551615|RBP;A99;B945E4",
+         "18446744073709551615|0;A99;B9;C;D0;EA2/B2/C2/D2/E2/F2/G2;FA2/B2/C2/D2/E2/F2FEE0"},
+        {"8|RMD;A1073FD", "8|0;A10;BAMP;C16;D1;E2;FAGAIN/B20;GA/B255;HA/B255;IA/B255;JA/B255;KA/B255;LA/B255;MA/B255;"
+                          "NA/B255;OA/B255;PA/B255;QA/B255;RA/B255;SA/B255;TA/B255;UA/B255;VA/B255;WA/B255;XA/B255;"
+                          "YAÖ/B0;a3;b254;c60;d3BDAD"},
+        {"9|RMIE2CE", "9|0;A255;B3;C234D5"},
+        {"10|REPC8D0", "10|0;C3;D5;E1;F127;G12;H4095;I1;J10;K20311B"},
+        {"11|RSOA0A2", "11|0;A1;B2;C3;D1;E2;F370B5"},
+        {"0|ROS4892", "0|0;A2;B1;C0;D6;E7;F3;G1;H0;I0;J2;K2B456"},
+        {"13|WBB;A0;BFIRST9DB8", "13|027F6"},
+        {"14|WSOA17E", "14|0E647"},
+        {"5|WFD;A1;B00FF5A90", "5|0DA18"},
+        {"6|WFD;C6F3C", "6|0DAE8"},
+        {"4|WOS;J33871", "4|1072DA"},
+    };
+    VirtualUnit unit(sample());
+    for (const auto &row : table)
+        EXPECT_EQ(unit.answer(frame(row.command)), frame(row.answer)) << row.command;
+}
+
+TEST(Commands, BadFramesGetAStatusAndTheirIdentifier)
+{
+    const struct
+    {
+        std::string bytes;
+        const char *id;
+        const char *status;
+    } table[] = {
+        {"", "0", "2"},
+        {"\x02", "0", "2"},
+        {"\x02\x1C\x03", "0", "2"},
+        {"\x02"
+         "73A1\x03",
+         "0", "2"},
+        {"X1\x1CRDI7329\x03", "0", "2"},
+        {"\x02"
+         "1\x1CRDI7329X",
+         "0", "2"},
+        {frame("1|RDI7328"), "1", "1"},
+        {frame("1|RDI732"), "1", "1"},
+        {frame("12|RBB;A4d9c6"), "12", "1"},  // checksum digits are upper case
+        {frame("2|RDIX17B3"), "2", "2"},
+        {frame("02|RDI8368"), "0", "2"},
+        {frame("-2|RDI0E6B"), "0", "2"},
+        {frame("|RDIB754"), "0", "2"},
+        {frame("2;All|RDI2211"), "0", "2"},
+        {frame("18446744073709551616|RDIF4EC"), "0", "2"},
+        {frame("2|RDI;E472"), "2", "2"},
+        {frame("2|RDI;;A1998A"), "2", "2"},
+        {frame("2|rDIB96C"), "2", "2"},
+        {frame("2|RD2DF2"), "2", "2"},
+        {frame("2|RDI;A|11B72"), "2", "2"},
+        {std::string("\x02"
+                     "2\x1CRET\x1D"
+                     "A\0"
+                     "3C916\x03",
+                     15),
+         "2", "2"},
+    };
+    VirtualUnit unit(sample());
+    for (const auto &row : table)
+        EXPECT_EQ(unit.answer(row.bytes), buildFrame(row.id, row.status)) << testing::PrintToString(row.bytes);
+    EXPECT_EQ(unit.memory(), sample());
+}
+
+TEST(Commands, RefusedCommandsChangeNothing)
+{
+    const struct
+    {
+        const char *status;
+        std::vector<const char *> commands;
+    } table[] = {
+        {"3", {"RXX", "WDI;A1", "IDN", "ZZZ;A1"}},
+        {"4", {"RBB", "WBB;BX", "RBP;A1", "RMD", "WMD;C1", "RET", "WFD;B00", "WFD"}},
+        {"5", {"RBB;A100", "RBB;A-1", "RBP;A0;B10", "RMD;A0", "RMD;A11", "WBP;A100;B0;CX", "RBB;A99999999999"}},
+        {"6",
+         {"RDI;A1", "RBB;A0;B1", "WBB;A0;BX;GY", "WBP;A0;B0;H1", "WEP;G1", "WEP;H1", "WEP;I1", "WEP;A1", "WOS;H0",
+          "WOS;I0", "WSO;G1", "WMD;A1;Z1", "WBP;A0;B0;GU1", "WBP;A0;B0;Gk1", "WFD;C;D", "WFD;A1;B00;C"}},
+        {"7", {"RBB;A1;A1", "WBB;A0;BX;BY", "WBP;A0;B0;EA1/B1/C1/D1/E1/F1/G1/A1", "WBP;A0;B0;Ga1/a2"}},
+        {"8",
+         {"WBB;A0", "WBP;A0;B0", "WMD;A1", "WMI", "WEP", "WOS", "WBP;A0;B0;EA1/B1/C1/D1/E1/F1", "WBP;A0;B0;FA1",
+          "WBP;A0;B0;GAA1,B1", "WBP;A0;B0;GnA1,B1,C1,D1", "WMD;A1;FAX", "WMD;A1;FB1", "WFD;A1"}},
+        {"9", {"RBB;A", "RBB;A01", "RBB;A+1", "RBB;A1x", "WOS;A", "WOS;A 1", "WOS;A1.0", "WOS;A-0", "WOS;A1/B1"}},
+        {"10",
+         {"WBB;A0;C0",
+          "WBB;A0;C4",
+          "WBB;A0;D10",
+          "WBB;A0;D-1",
+          "WBP;A0;B0;D4",
+          "WBP;A0;B0;EA0/B1/C1/D1/E1/F1/G1",
+          "WBP;A0;B0;EA1/B1/C1/D1/E1/F1/G5",
+          "WBP;A0;B0;FA1/B1/C1/D1/E1/F5",
+          "WBP;A0;B0;Ga0",
+          "WBP;A0;B0;Ga129",
+          "WBP;A0;B0;Gj254",
+          "WBP;A0;B0;GAA0,B1,C1",
+          "WBP;A0;B0;GAA11,B1,C1",
+          "WBP;A0;B0;GAA255,B1,C1",
+          "WBP;A0;B0;GAA1,B21,C1",
+          "WBP;A0;B0;GAA1,B0,C254",
+          "WBP;A0;B0;GAA1,B1,C128",
+          "WBP;A0;B0;GnA0,B1,C1,D1,E1",
+          "WBP;A0;B0;GnA1,B0,C1,D1,E1",
+          "WBP;A0;B0;GnA1,B1,C4,D1,E1",
+          "WBP;A0;B0;GnA1,B1,C1,D128,E1",
+          "WBP;A0;B0;GnA1,B1,C1,D1,E255",
+          "WMD;A1;C0",
+          "WMD;A1;C17",
+          "WMD;A1;D2",
+          "WMD;A1;E0",
+          "WMD;A1;E4",
+          "WMD;A1;FAX/B128",
+          "WMD;A1;a0",
+          "WMD;A1;a21",
+          "WMD;A1;b253",
+          "WMD;A1;c128",
+          "WMD;A1;d4",
+          "WMI;A254",
+          "WMI;B4",
+          "WMI;C3",
+          "WEP;C0",
+          "WEP;D6",
+          "WEP;E128",
+          "WEP;F255",
+          "WEP;J11",
+          "WEP;J0",
+          "WEP;K21",
+          "WSO;A0",
+          "WSO;F4",
+          "WOS;A3",
+          "WOS;B2",
+          "WOS;D8",
+          "WOS;E0",
+          "WOS;F4",
+          "WOS;G-1",
+          "WOS;J0",
+          "WOS;K3",
+          "WFD;C1"}},
+        {"11", {"WBB;A0;BA\tB", "WBB;A0;BA\x7F", "WBP;A0;B0;C\x1B", "WBB;A0;BX/Y", "WMD;A1;BX\n", "WMD;A1;FAX\x01/B1"}},
+        {"2", {"WBP;A0;B0;EA1//B1", "WBP;A0;B0;GAA1,,B1", "WBP;A0;B0;Ga1/"}},
+        // A good value does not get in when a later one is refused.
+        {"10", {"WBB;A0;BNEW;C9", "WOS;A2;K9", "WBP;A0;B0;GAA1,B1,C1;D4", "WMD;A1;BNEW;d0"}},
+    };
+    VirtualUnit unit(musicianContent());
+    for (const auto &row : table)
+        for (const char *command : row.commands)
+            EXPECT_EQ(reply(unit, command), row.status) << command;
+    EXPECT_EQ(unit.memory(), musicianContent());
+}
+
+TEST(Commands, EveryFieldIsReadBackAsWritten)
+{
+    const struct
+    {
+        const char *write;
+        const char *read;
+        std::vector<const char *> fields;
+    } table[] = {
+        {"WBB;A99", "RBB;A99", {"BŻÓŁTY", "B", "C1", "C3", "D0", "D9", "E2", "F9"}},
+        {"WBP;A4;B2", "RBP;A4;B2", {"CRÊVE", "C", "D0", "D3", "EA4/B3/C2/D1/E2/F3/G4", "FA4/B3/C2/D1/E2/F3"}},
+        {"WMD;A1", "RMD;A1", {"BHALL", "C1",       "C16",         "C255",    "D0",   "D1",  "E1",
+                              "E3",    "FAMIX/B0", "YALAST/B255", "YA/B127", "a1",   "a20", "b0",
+                              "b127",  "b254",     "b255",        "c0",      "c127", "d1",  "d3"}},
+        {"WMI", "RMI", {"A1", "A16", "A255", "B1", "B3", "C1", "C2"}},
+        {"WEP", "REP", {"C1", "C3", "D1", "D5", "E0", "E127", "F0", "F127", "J1", "J10", "J255", "K1", "K20", "K255"}},
+        {"WSO", "RSO", {"A1", "A3", "B3", "C1", "D3", "E3", "F1", "F3"}},
+        {"WOS",
+         "ROS",
+         {"A1", "A2", "B0", "B1", "C0", "C1", "D1", "D7", "E1", "E7", "F1", "F3", "G0", "G1", "J1", "J2", "K1", "K2"}},
+    };
+    VirtualUnit unit(sample());
+    for (const auto &row : table)
+        for (const std::string field : row.fields) {
+            const std::string before = reply(unit, row.read);
+            EXPECT_EQ(reply(unit, row.write + (";" + field)), "0") << row.write << field;
+            const std::string after = reply(unit, row.read);
+            EXPECT_NE((after + wire(";")).find(wire(";" + field + ";")), std::string::npos) << row.write << field;
+            EXPECT_LE(differences(before, after), 1) << row.write << field;
+        }
+}
+
+TEST(Commands, ControlChangesAreReplacedDroppedClearedOrLeft)
+{
+    const struct
+    {
+        const char *fields;
+        const char *midi;  ///< "G" of the answer afterwards
+    } table[] = {
+        {"GAA1,B1,C0/BA10,B20,C127/TA2,B3,C254", ";GAA1,B1,C0/BA10,B20,C127/CA2,B3,C254"},
+        {"Gc7", ";GAA1,B1,C0/BA10,B20,C127/CA2,B3,C254/c7"},
+        {"GnA2,B2,C2,D2,E2", ";GAA1,B1,C0/BA10,B20,C127/CA2,B3,C254/c7/nA2,B2,C2,D2,E2"},
+        {"GAA99,B0,C255/BA4,B4,C4/CA1,B1,C255;D1", ";GAA4,B4,C4/c7/nA2,B2,C2,D2,E2"},
+        {"Gc255;GAA5,B5,C5", ";GAA5,B5,C5/nA2,B2,C2,D2,E2"},
+        {"Ga128/j1/nA255,B255,C3,D127,E0", ";GAA5,B5,C5/a128/j1/nA255,B255,C3,D127,E0"},
+        {"Ga255/j255/nA2,B2,C2,D2,E2", ";GAA5,B5,C5/nA2,B2,C2,D2,E2"},
+        {"G", ";GnA2,B2,C2,D2,E2"},
+        {"GAA20,B1,C255", ";GnA2,B2,C2,D2,E2"},
+    };
+    VirtualUnit unit{UnitMemory()};
+    for (const auto &row : table) {
+        EXPECT_EQ(reply(unit, std::string("WBP;A0;B0;") + row.fields), "0") << row.fields;
+        const std::string answer = reply(unit, "RBP;A0;B0");
+        EXPECT_EQ(answer.substr(std::min(answer.find("\x1DG"), answer.size())), wire(row.midi)) << row.fields;
+    }
+}
+
+TEST(Commands, EveryStatusHasATextOfItsOwn)
+{
+    std::set<std::string> texts;
+    VirtualUnit unit{UnitMemory()};
+    for (const int status : {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 20, 21, 22, 23, 24, -7})
+        texts.insert(reply(unit, "RET;A" + std::to_string(status)).substr(3));
+    EXPECT_EQ(texts.size(), 17U);
+    unit.setErrorText(-7, "<b>out</b>");
+    EXPECT_EQ(reply(unit, "RET;A-7"), wire("0;A-7;B<b>out<") + "/b>");
+}
+
+TEST(Firmware, IsTakenInOrderAndInstalledByTheRestart)
+{
+    const std::string full(1024, 'A');
+    const struct
+    {
+        std::string fields;
+        const char *status;
+    } table[] = {
+        {"D", "24"},          {"A2;B00", "20"}, {"A0;B00", "20"}, {"A1;B" + full + "AA", "22"},
+        {"A1;B0", "21"},      {"A1;Baa", "21"}, {"A1;B", "21"},   {"A1;B" + full, "0"},
+        {"C", "0"},           {"A2;B00", "20"},  // the image was complete
+        {"A1;BFF", "0"},                         // a new one
+        {"A2;B00", "20"},                        // only the last chunk may be short
+        {"A1;B" + full, "0"},                    // begins again
+        {"D", "24"},          {"A3;B00", "20"}, {"A2;BAB", "0"},  {"A3;B00", "20"},
+        {"C", "0"},           {"A3;B00", "20"}, {"D", "0"},
+    };
+    VirtualUnit unit(sample(), 40ms);
+    for (const auto &row : table)
+        EXPECT_EQ(reply(unit, "WFD;" + row.fields), row.status) << row.fields;
+
+    EXPECT_TRUE(unit.isSilent());
+    EXPECT_EQ(unit.answer(frame("1|RDI7329")), std::nullopt);
+    while (unit.isSilent())
+        std::this_thread::sleep_for(5ms);
+    std::vector<std::uint8_t> image(512, 0xAA);
+    image.push_back(0xAB);
+    EXPECT_EQ(unit.memory().firmware, image);
+    EXPECT_EQ(reply(unit, "RDI"), wire("0;AKORA;BBENCH;C159;D25;E3;F99"));
+    EXPECT_EQ(reply(unit, "WFD;D"), "24");
+}
+
+TEST(Firmware, WithoutDataTheUnitOnlyRestarts)
+{
+    VirtualUnit unit(sample(), 0ms);
+    EXPECT_EQ(reply(unit, "WFD;C"), "0");
+    EXPECT_EQ(reply(unit, "WFD;D"), "0");
+    EXPECT_EQ(unit.memory(), sample());
+}
+
+TEST(Firmware, TakesNoMoreThan1920Chunks)
+{
+    VirtualUnit unit(sample());
+    const std::string full(1024, '0');
+    for (int number = 1; number <= 1920; ++number)
+        ASSERT_EQ(reply(unit, "WFD;A" + std::to_string(number) + ";B" + full), "0");
+    EXPECT_EQ(reply(unit, "WFD;A1921;B00"), "23");
+}
+
+TEST(Firmware, VersionIsTheChecksumOfTheImage)
+{
+    EXPECT_EQ(bitwiseCrc("123456789"), 0xBB3D);
+    EXPECT_EQ(firmwareVersion({'1', '2', '3', '4', '5', '6', '7', '8', '9'}), (FirmwareVersion{0xBB, 0x3D}));
+    EXPECT_EQ(firmwareVersion({0x00, 0xFF}), (FirmwareVersion{0x40, 0x40}));
+}
+
+}  // namespace

@@ -1,0 +1,207 @@
+#include "frames.h"
+#include "simulator/unitport.h"
+
+#include <algorithm>
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <poll.h>
+
+namespace {
+
+using namespace std::chrono_literals;
+using Clock = std::chrono::steady_clock;
+
+const std::string readIdentity = frame("1|RDI7329");
+const std::string identity = frame("1|0;A;B;C0;D0;E0;F061B8");
+
+/// The editor's end of the line: open for one exchange at a time, as the editor does it. `patience` is how long it
+/// waits for the first byte.
+std::string ask(const UnitPort &port, const std::string &request, std::chrono::milliseconds patience = 2s)
+{
+    const Descriptor line(::open(port.location().c_str(), O_RDWR | O_NOCTTY));
+    EXPECT_EQ(::write(line.get(), request.data(), request.size()), static_cast<ssize_t>(request.size()));
+    std::string received;
+    pollfd watched{line.get(), POLLIN, 0};
+    while (received.size() < 4000 && ::poll(&watched, 1, static_cast<int>(patience.count())) > 0) {
+        patience = std::min<std::chrono::milliseconds>(patience, 400ms);
+        char byte = 0;
+        if (::read(line.get(), &byte, 1) != 1) break;
+        received += byte;
+        if (byte == '\x03' && received.find('\x02') != std::string::npos) break;
+    }
+    return received;
+}
+
+TEST(UnitPort, AnswersOverTheLineAgainAndAgain)
+{
+    UnitPort port{UnitMemory()};
+    std::vector<std::string> seen;
+    port.onExchange([&](const std::string &request, const std::string &response) { seen = {request, response}; });
+    for (int i = 0; i < 20; ++i)
+        ASSERT_EQ(ask(port, readIdentity), identity);
+    EXPECT_EQ(ask(port, "noise\x03\x02"
+                        "cut" +
+                            readIdentity),
+              identity);
+    EXPECT_EQ(port.takeRequests(), std::vector<std::string>(21, "RDI"));
+    EXPECT_TRUE(port.takeRequests().empty());
+    port.unplug();
+    EXPECT_EQ(seen, (std::vector{readIdentity, identity}));
+}
+
+TEST(UnitPort, KeepsItsMemoryWhileUnplugged)
+{
+    UnitPort port{UnitMemory()};
+    ask(port, frame("13|WBB;A0;BFIRST9DB8"));
+    const Descriptor line(::open(port.location().c_str(), O_RDWR | O_NOCTTY));
+    port.unplug();
+    EXPECT_EQ(port.location(), "");
+    pollfd watched{line.get(), POLLIN, 0};
+    EXPECT_EQ(::poll(&watched, 1, 1000), 1);
+    EXPECT_NE(watched.revents & POLLHUP, 0);
+    port.plugIn();
+    port.alter([](UnitMemory &memory) { memory.deviceInfo.thirdNumber = 5; });
+    EXPECT_EQ(ask(port, readIdentity), frame("1|0;A;B;C0;D0;E5;F0ADB8"));
+    EXPECT_EQ(port.memory().banks[0].name, "FIRST");
+}
+
+TEST(UnitPort, SpoilsOneExchange)
+{
+    const std::string half = identity.substr(0, identity.size() / 2);
+    const struct
+    {
+        Fault fault;
+        std::string received;
+        Clock::duration atLeast;
+    } table[] = {
+        {Fault::silence(), "", 0ms},
+        {Fault::lateAnswer(60ms), identity, 60ms},
+        {Fault::slowBytes(2ms), identity, 2ms * 25},
+        {Fault::noise(), "\xFF\x1C~\x03#\x1D\x7F" + identity, 0ms},
+        {Fault::wrongChecksum(), frame("1|0;A;B;C0;D0;E0;F061B0"), 0ms},
+        {Fault::cutOff(), half, 0ms},
+        {Fault::zeroByte(), half + '\0' + identity.substr(half.size()), 0ms},
+        {Fault::errorStatus(9, "no"), frame("1|91D99"), 0ms},
+    };
+    UnitPort port{UnitMemory()};
+    for (const auto &row : table) {
+        port.queueFault(row.fault);
+        const auto start = Clock::now();
+        EXPECT_EQ(ask(port, readIdentity, row.received.empty() ? 60ms : 2s), row.received);
+        EXPECT_GE(Clock::now() - start, row.atLeast);
+        EXPECT_EQ(ask(port, readIdentity), identity);
+    }
+}
+
+TEST(UnitPort, CarriesOutACommandWhoseAnswerIsSpoiled)
+{
+    const struct
+    {
+        Fault fault;
+        const char *name;
+    } table[] = {
+        {Fault::silence(), ""},       {Fault::errorStatus(), ""},
+        {Fault::endlessStream(), ""}, {Fault::lateAnswer(0ms), "FIRST"},
+        {Fault::cutOff(), "FIRST"},   {Fault::wrongChecksum(), "FIRST"},
+        {Fault::noise(), "FIRST"},    {Fault::zeroByte(), "FIRST"},
+        {Fault::hangUp(), "FIRST"},
+    };
+    for (const auto &row : table) {
+        UnitPort port{UnitMemory()};
+        port.queueFault(row.fault);
+        ask(port, frame("13|WBB;A0;BFIRST9DB8"), 200ms);
+        EXPECT_EQ(port.memory().banks[0].name, row.name) << static_cast<int>(row.fault.kind);
+    }
+}
+
+TEST(UnitPort, CountsHealthyExchangesAndPassesOverTheQuestionForAnErrorText)
+{
+    UnitPort port{UnitMemory()};
+    port.queueFault(Fault::errorStatus(3, "<i>\xC3\x9C</i>"), 2);
+    port.queueFault(Fault::silence());
+    port.queueFault(Fault::errorStatus(3, "x"), 0);
+    port.queueFault(Fault::silence(), 0);
+    const std::string question = frame("7|RET;A33DAF");
+    const std::string text = "\x02" + wire("7|0;A3;B") + "<i>\xC3\x9C</i>3FBC\x03";
+    const std::vector<std::pair<std::string, std::string>> exchanges = {
+        {readIdentity, identity}, {readIdentity, identity}, {readIdentity, frame("1|31A19")},
+        {question, text},         {readIdentity, ""},       {readIdentity, frame("1|31A19")},
+        {question, ""},           {readIdentity, identity},
+    };
+    for (const auto &[request, response] : exchanges)
+        EXPECT_EQ(ask(port, request, response.empty() ? 60ms : 2s), response);
+}
+
+TEST(UnitPort, WhatTheEditorDoesNotReadIsLostWhenItCloses)
+{
+    UnitPort port{UnitMemory()};
+    for (const auto &fault : {Fault::lateAnswer(60ms), Fault::lateAnswer(0ms)}) {
+        port.queueFault(fault);
+        {
+            const Descriptor line(::open(port.location().c_str(), O_RDWR | O_NOCTTY));
+            EXPECT_EQ(::write(line.get(), readIdentity.data(), readIdentity.size()), 11);
+            std::this_thread::sleep_for(20ms);
+        }
+        std::this_thread::sleep_for(100ms);
+        EXPECT_EQ(ask(port, frame("9|RMIE2CE")), frame("9|0;A255;B1;C18D94"));
+    }
+}
+
+TEST(UnitPort, AnEndlessStreamEndsWithTheNextCommandOrTheUnit)
+{
+    UnitPort port{UnitMemory()};
+    port.queueFault(Fault::endlessStream());
+    const std::string stream = ask(port, readIdentity);
+    EXPECT_GE(stream.size(), 4000U);
+    EXPECT_EQ(stream.find('\x02'), std::string::npos);
+    const std::string next = ask(port, readIdentity);
+    EXPECT_EQ(next.substr(std::min(next.find('\x02'), next.size())), identity);
+}
+
+TEST(UnitPort, StopsAtOnceDuringAFault)
+{
+    for (const Fault &fault :
+         {Fault::lateAnswer(60s), Fault::slowBytes(60s), Fault::endlessStream(), Fault::silence()}) {
+        std::optional<UnitPort> port(std::in_place, UnitMemory());
+        port->queueFault(fault);
+        ask(*port, readIdentity, 50ms);
+        const auto start = Clock::now();
+        port.reset();
+        EXPECT_LT(Clock::now() - start, 2s);
+    }
+}
+
+TEST(UnitPort, HangsUpInTheMiddleOfAnAnswer)
+{
+    UnitPort port{UnitMemory()};
+    port.queueFault(Fault::hangUp());
+    const std::string received = ask(port, readIdentity, 2s);
+    EXPECT_EQ(received, identity.substr(0, received.size()));
+    EXPECT_LT(received.size(), identity.size());
+    EXPECT_EQ(port.location(), "");
+    port.plugIn();
+    EXPECT_EQ(ask(port, readIdentity), identity);
+}
+
+TEST(UnitPort, IsSilentWhileItRestarts)
+{
+    UnitPort port(UnitMemory(), 100ms);
+    ask(port, frame("5|WFD;A1;B00FF5A90"));
+    ask(port, frame("6|WFD;C6F3C"));
+    ask(port, frame("7|WFD;D6D6D"));
+    port.queueFault(Fault::cutOff());
+    EXPECT_EQ(ask(port, readIdentity, 20ms), "");
+    std::this_thread::sleep_for(120ms);
+    EXPECT_EQ(ask(port, readIdentity).size(), 13U);  // the fault waited for an exchange
+    EXPECT_EQ(ask(port, readIdentity), frame("1|0;A;B;C64;D64;E0;F0F907"));
+}
+
+TEST(Fault, IsKnownByItsName)
+{
+    EXPECT_EQ(Fault::names(), "silence, late, slow, noise, checksum, cut, zero, status, endless, hangup");
+    EXPECT_EQ(Fault::named("zero")->kind, Fault::Kind::ZeroByte);
+    EXPECT_EQ(Fault::named("late")->delay, 2500ms);
+    EXPECT_FALSE(Fault::named("").has_value());
+}
+
+}  // namespace
