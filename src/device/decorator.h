@@ -65,7 +65,7 @@ public:
     void insertIntoWriteExpressionPedalSettings_ControllerNumber(MasterFrame &frame, std::uint8_t c) const;        // K
 
     /// Switch outs (WSO), A to F for switch-out numbers 1 to 6; any other number appends nothing.
-    void insertIntoWriteSwitchOutSettings_SwitchOutSetting(MasterFrame &frame, std::uint8_t number,
+    void insertIntoWriteSwitchOutSettings_SwitchOutSetting(MasterFrame &frame, std::uint8_t switchOut,
                                                            SwitchOutSetting setting) const;
 
     // Other settings (WOS)

@@ -24,12 +24,12 @@ class Connection
 public:
     enum class FrameDirection { Sent = 0, Received = 1 };
 
-    /// `timeout` in milliseconds bounds each wait for written bytes, for an answer and for the next byte of it.
-    Connection(const QSerialPortInfo &info, unsigned int timeout);
+    /// The timeout, in milliseconds, bounds each wait for written bytes, for an answer and for the next byte of it.
+    Connection(const QSerialPortInfo &info, unsigned int milliseconds);
     /// The port at a system location such as "/dev/ttyACM0".
-    Connection(const QString &systemLocation, unsigned int timeout);
+    Connection(const QString &systemLocation, unsigned int milliseconds);
     /// A port made elsewhere; null stands for no port.
-    Connection(std::shared_ptr<QSerialPort> serialPort, unsigned int timeout);
+    Connection(std::shared_ptr<QSerialPort> serialPort, unsigned int milliseconds);
     virtual ~Connection();
     Connection(const Connection &) = delete;
     Connection &operator=(const Connection &) = delete;

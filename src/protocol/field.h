@@ -16,15 +16,15 @@ enum FieldLevel { Level0 = 0, Level1 = 1, Level2 = 2 };
 class Field
 {
 public:
-    Field(char descriptor, FieldLevel level);
-    Field(char descriptor, std::string value, FieldLevel level);
-    Field(char descriptor, int value, FieldLevel level);
+    Field(char fieldDescriptor, FieldLevel fieldLevel);
+    Field(char fieldDescriptor, std::string fieldValue, FieldLevel fieldLevel);
+    Field(char fieldDescriptor, int number, FieldLevel fieldLevel);
     /// A number with exactly two decimals and a comma.
-    Field(char descriptor, double value, FieldLevel level);
+    Field(char fieldDescriptor, double number, FieldLevel fieldLevel);
     /// Throws as `insertSubField(Field)`.
-    Field(char descriptor, const Field &subfield, FieldLevel level);
+    Field(char fieldDescriptor, const Field &subfield, FieldLevel fieldLevel);
     /// Parses the text of one field, descriptor first. The text must not be empty.
-    Field(FieldLevel level, const std::string &text);
+    Field(FieldLevel fieldLevel, const std::string &text);
     virtual ~Field() = default;
     Field(const Field &) = default;
     Field(Field &&) = default;

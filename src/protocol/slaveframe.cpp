@@ -18,8 +18,8 @@ SlaveFrame::SlaveFrame(const std::vector<std::uint8_t> &bytes)
     const std::string text = Converter::vectorToString(bytes);
     const std::size_t end = text.find(headerEnd, 1);
     if (end == std::string::npos || end >= text.size() - trailerLength) fail("Frame without header end");
-    setHeader(text);
-    setData(text);
+    Frame::setHeader(text);
+    SlaveFrame::setData(text);
 }
 
 int SlaveFrame::status() const { return data ? static_cast<const SlaveData &>(*data).descriptor : 0; }

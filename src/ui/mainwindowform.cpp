@@ -145,6 +145,7 @@ void MainWindowForm::makePages()
     widget_settings = page("widget_settings");
     widget_presets = page("widget_presets");
     tableWidget_midiDevices = makeTable(body, "tableWidget_midiDevices", pageArea, 0, 9);
+    body->setStyleSheet(QStringLiteral("#tableWidget_midiDevices { padding: 10px 54px; border-radius: 8; }"));
     widget_midiIn = page("widget_midiIn");
     widget_expressionPedal = page("widget_expressionPedal");
     widget_switchOut = page("widget_switchOut");

@@ -1,5 +1,8 @@
 #include "ui/startup.h"
 
+#include "model/datafromdevice.h"
+#include "ui/look.h"
+
 #include <QApplication>
 #include <QFontDatabase>
 #include <QWidget>
@@ -18,6 +21,7 @@ void prepareApplication()
     for (const char *name : {"Bold", "Regular", "SemiBold", "ExtraBold", "Light"})
         QFontDatabase::addApplicationFont(QStringLiteral(":/fonts/OpenSans-%1.ttf").arg(QLatin1String(name)));
     QApplication::setStyle(QStringLiteral("Fusion"));
+    QApplication::setFont(look::pixelFont(DataFromDevice::fontTabs));
 }
 
 void showFrameless(QWidget &window)

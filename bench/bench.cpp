@@ -1,0 +1,166 @@
+// What the editor's own work adds to an exchange. Every exchange is measured in turn with a bare use of QSerialPort, so
+// that whatever else the machine does meets both; medians are compared, and a ratio above its limit is a failure.
+
+#include "device/kora.h"
+#include "protocol/converter.h"
+#include "simulator/unitport.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+#include <benchmark/benchmark.h>
+#include <cstdio>
+
+namespace {
+
+constexpr unsigned int timeout = 2000;  // ms
+
+/// A unit with an editor's handle on it and a bare port.
+struct Bench
+{
+    void exchangeBare(const Frame &request)
+    {
+        port.open(QIODevice::ReadWrite);
+        port.write(request.toString().c_str());
+        port.waitForBytesWritten(timeout);
+        for (QByteArray answer; !answer.endsWith('\x03'); answer += port.readAll())
+            if (port.bytesAvailable() == 0) port.waitForReadyRead(timeout);
+        port.close();
+    }
+
+    UnitPort unit{musicianContent(), std::chrono::milliseconds(0)};
+    QString location = QString::fromStdString(unit.location());
+    KORA kora{std::make_shared<Connection>(location, timeout)};
+    QSerialPort port{location};
+};
+
+template <typename Work>
+double secondsOf(Work work)
+{
+    const auto start = std::chrono::steady_clock::now();
+    work();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+double median(std::vector<double> values)
+{
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
+void report(benchmark::State &state, const std::vector<double> &costs, const std::vector<double> &bases, double limit)
+{
+    state.counters["cost_us"] = 1e6 * median(costs);
+    state.counters["base_us"] = 1e6 * median(bases);
+    state.counters["ratio"] = median(costs) / median(bases);
+    state.counters["limit"] = limit;
+}
+
+template <typename Work, typename Base>
+void compare(benchmark::State &state, double limit, Work work, Base base)
+{
+    std::vector<double> costs, bases;
+    for ([[maybe_unused]] auto turn : state) {
+        costs.push_back(secondsOf(work));
+        bases.push_back(secondsOf(base));
+    }
+    report(state, costs, bases, limit);
+}
+
+/// One exchange, against the bare one with the same request.
+void exchange(benchmark::State &state)
+{
+    Bench bench;
+    const MasterFrame request = FrameFactory().readOtherSettings();
+    compare(
+        state, 1.15, [&] { bench.kora.getSettings(); }, [&] { bench.exchangeBare(request); });
+}
+
+/// Encoding a command with all fields of a preset, and parsing and decoding an answer with all of them, against an
+/// exchange.
+void codec(benchmark::State &state)
+{
+    Bench bench;
+    const PresetExpressionPedal pedal{10, 20, ExpressionPedalCharacteristic::SlowFast, 127, 126};
+    const std::vector<ControlChangeData> changes(maxControlChanges, {10, 20, 127});
+    PresetData preset = bench.unit.memory().presets[0][3];
+    preset.controlChanges = changes;
+    preset.programChanges.fill(128);
+    preset.expressionPedal = pedal;
+    UnitMemory memory;
+    memory.presets[99][9] = preset;
+    const std::string request = FrameFactory().readPresetSettings(99, 9).toString();
+    const auto answer = Converter::stringToVector(*VirtualUnit(memory).answer(request));
+
+    const auto encodeAndDecode = [&] {
+        MasterFrame frame = FrameFactory().writePresetSettings(99, 9);
+        const Decorator decorator;
+        decorator.insertIntoWritePresetSettings_PresetName(frame, preset.name);
+        decorator.insertIntoWritePresetSettings_FootswitchType(frame, preset.footswitchFunction);
+        decorator.insertIntoWritePresetSettings_LoopsData(frame, preset.bufferLoop, preset.loops);
+        decorator.insertIntoWritePresetSettings_SwitchOutData(frame, preset.switches);
+        decorator.insertIntoWritePresetSettings_ControlChangeData(frame, changes);
+        for (int slot = 0; slot < midiDeviceCount; ++slot)
+            decorator.insertIntoWritePresetSettings_MidiProgramValue(frame, slot, 128);
+        decorator.insertIntoWritePresetSettings_PresetExpressionPedal(frame, pedal);
+        benchmark::DoNotOptimize(frame.toByteArray());
+        if (*Translator().fromReadPresetSettings_getPresetData(SlaveFrame(answer)) != preset)
+            state.SkipWithError("the preset is not read as it was answered");
+    };
+    compare(state, 0.05, encodeAndDecode, [&] { bench.kora.getSettings(); });
+}
+
+/// Each chunk of the largest firmware image, against the bare exchange of the same frame with another unit.
+void upload(benchmark::State &state)
+{
+    Bench bench, bare;
+    const std::vector<unsigned char> image(KORA::maxFirmwareSize, 0xA5), chunk(KORA::firmwareChunkSize, 0xA5);
+    std::vector<double> costs, bases;
+    for ([[maybe_unused]] auto turn : state) {
+        auto start = std::chrono::steady_clock::now();
+        bench.kora.installFirmware(image, [&](int sent, int) {
+            costs.push_back(std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
+            MasterFrame frame = FrameFactory().writeFirmware();
+            Decorator().insertIntoWriteFirmware_FirmwareData(frame, sent, chunk);
+            bases.push_back(secondsOf([&] { bare.exchangeBare(frame); }));
+            start = std::chrono::steady_clock::now();
+        });
+    }
+    report(state, costs, bases, 1.15);
+}
+
+BENCHMARK(exchange)->Iterations(1000);
+BENCHMARK(codec)->Iterations(500);
+BENCHMARK(upload)->Iterations(1)->Unit(benchmark::kMillisecond);
+
+/// Prints the ratios as well, and knows whether all limits hold.
+class LimitReporter : public benchmark::ConsoleReporter
+{
+public:
+    LimitReporter() : ConsoleReporter(OO_None) {}
+
+    void ReportRuns(const std::vector<Run> &runs) override
+    {
+        ConsoleReporter::ReportRuns(runs);
+        for (const Run &run : runs) {
+            const double ratio = run.counters.at("ratio"), limit = run.counters.at("limit");
+            std::printf("ratio %s %.3f %.2f\n", run.run_name.function_name.c_str(), ratio, limit);
+            allHold = allHold && ratio <= limit && !run.error_occurred;
+        }
+    }
+
+    bool allHold = true;
+};
+
+}  // namespace
+
+int main(int argc, char *argv[])
+{
+    const QCoreApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
+    LimitReporter reporter;
+    benchmark::RunSpecifiedBenchmarks(&reporter);
+    return reporter.allHold ? 0 : 1;
+}

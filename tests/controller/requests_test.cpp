@@ -1,0 +1,107 @@
+#include "controller/connected.h"
+
+#include <QTemporaryFile>
+
+using Requests = Connected;
+
+TEST_F(Requests, ReadsStoreAndAnnounce)
+{
+    const std::tuple<std::function<void()>, Events, Events> reads[] = {
+        {[this] { controller.getDeviceInfo(); }, {"RDI"}, {}},
+        {[this] { controller.getBankName(7); }, {"RBB|A7"}, {"gotBankName ŻÓŁTY DOM"}},
+        {[this] { controller.getPresetName(4, 2); }, {"RBP|A4|B2"}, {"gotPresetName RHYTHM 2"}},
+        {[this] { controller.getFootswitchFunction(4, 9); }, {"RBP|A4|B9"}, {"gotFootswitchFunction 3 9"}},
+        {[this] { controller.getBankAndPresetData(99); },
+         {"RBB|A99", "RBP|A99|B0", "RBP|A99|B1", "RBP|A99|B2", "RBP|A99|B3", "RBP|A99|B4", "RBP|A99|B5", "RBP|A99|B6",
+          "RBP|A99|B7", "RBP|A99|B8", "RBP|A99|B9"},
+         {"gotBankAndPresetData 99"}},
+        {[this] { controller.getMidiDevicesData(); },
+         {"RMD|A1", "RMD|A2", "RMD|A3", "RMD|A4", "RMD|A5", "RMD|A6", "RMD|A7", "RMD|A8", "RMD|A9", "RMD|A10"},
+         {"gotMidiDevicesData"}},
+        {[this] { controller.getSettings(); }, {"ROS"}, {"gotSettings"}},
+        {[this] { controller.getMidiIn(); }, {"RMI"}, {"gotMidiIn"}},
+        {[this] { controller.getExpressionPedal(); }, {"REP"}, {"gotExpressionPedal"}},
+        {[this] { controller.getSwitchOut(); }, {"RSO"}, {"gotSwitchOut"}},
+        {[this] { controller.getExpressionPedalData(); }, {}, {}},
+    };
+    for (const auto &[read, sent, announced] : reads) {
+        read();
+        EXPECT_EQ(requests(), sent);
+        EXPECT_EQ(recorder.take(), announced);
+    }
+    EXPECT_TRUE(modelled() == unit.memory());
+    EXPECT_TRUE(data->presetData[99][9].load() && data->midiDevices[9].load() && data->switchOutData.load());
+}
+
+TEST_F(Requests, ABankThatFailsHalfWayKeepsWhatArrived)
+{
+    unit.queueFault(Fault::errorStatus(5, "Broken"), 3);
+    controller.getBankAndPresetData(4);
+    EXPECT_EQ(recorder.take(), Events{"error Broken"});
+    EXPECT_TRUE(data->bankData[4].load() && data->presetData[4][1].load());
+    EXPECT_EQ(data->presetData[4][2].load(), nullptr);
+}
+
+TEST_F(Requests, OutOfRangeOrIncompleteSendNothing)
+{
+    readAll();
+    const std::function<void()> misuses[] = {
+        [this] { controller.getBankName(100); },
+        [this] { controller.getPresetName(4, -1); },
+        [this] { controller.getFootswitchFunction(-1, 0); },
+        [this] { controller.getBankAndPresetData(100); },
+        [this] { controller.changeBankName("X", -1); },
+        [this] { controller.changePresetWahPad1(100, WahPadAction::Add); },
+        [this] { controller.changePresetName("X", 4, 10); },
+        [this] { controller.changeLoopType(LoopType::On, 4, 2, 6); },
+        [this] { controller.changeSwitchType(SwitchType::On, 4, 2, -1); },
+        [this] { controller.changeProgramChangeNumber(4, 2, 10, 1); },
+        [this] { controller.changeMidiDeviceChannel(1, 0); },
+        [this] { controller.changeNoteNumber(1, 11); },
+        [this] { controller.changeSwitchOut(SwitchOutSetting::Pulse, 7); },
+        [this] { controller.changeSwitchOut(SwitchOutSetting::Pulse, 0); },
+    };
+    for (const auto &misuse : misuses) {
+        misuse();
+        EXPECT_EQ(recorder.take(), Events{"error Error in communication"}) << "row " << &misuse - misuses;
+    }
+    controller.controllersNamesOrNumberChanged(1, QVector<QString>(19), QVector<int>(20));
+    EXPECT_EQ(recorder.take().size(), 1u);
+    EXPECT_EQ(requests(), Events{});
+    EXPECT_TRUE(modelled() == unit.memory());
+}
+
+TEST_F(Requests, SendTwentyControlChangesAtMost)
+{
+    readAll();
+    controller.changeControlChangeData(4, 2, QVector<ControlChangeData>(20, {1, 2, 3}) << ControlChangeData(4, 5, 6));
+    EXPECT_EQ(data->presetData[4][2].load()->controlChanges, std::vector<ControlChangeData>(20, {1, 2, 3}));
+    EXPECT_TRUE(modelled() == unit.memory());
+}
+
+TEST_F(Requests, InstallFirmware)
+{
+    QTemporaryFile image;
+    ASSERT_TRUE(image.open());
+    image.write("123456789");
+    image.flush();
+    controller.updateFirmware(image.fileName());
+    EXPECT_EQ(requests(), (Events{"WFD|A1|B313233343536373839", "WFD|C", "WFD|D"}));
+    EXPECT_EQ(recorder.take(), (Events{"updateComplete", "updateProgress 100"}));
+    controller.getDeviceInfo();
+    EXPECT_EQ(data->deviceInfo.load()->firmwareMajor, 0xBB);  // the unit's version is the image's checksum
+    EXPECT_EQ(data->deviceInfo.load()->firmwareMinor, 0x3D);
+
+    unit.queueFault(Fault::errorStatus(), 1);
+    controller.updateFirmware(image.fileName());
+    EXPECT_EQ(recorder.take(), (Events{"updateFailed", "updateProgress 100"}));
+    requests();
+    const std::pair<const char *, const char *> noImages[] = {{"/no/such/file", "error File doesn't exist"},
+                                                              {"/proc", "error File doesn't exist"},
+                                                              {"/proc/self/mem", "updateFailed"}};
+    for (const auto &[path, announced] : noImages) {
+        controller.updateFirmware(path);
+        EXPECT_EQ(recorder.take(), Events{announced}) << path;
+    }
+    EXPECT_EQ(requests(), Events{});
+}

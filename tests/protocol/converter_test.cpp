@@ -1,0 +1,45 @@
+#include "protocol/converter.h"
+#include "protocol/crc16.h"
+#include "support/wire.h"
+
+#include <gtest/gtest.h>
+
+using namespace std::string_literals;
+
+TEST(Crc16, IsTheArcVariant)
+{
+    EXPECT_EQ(Crc16::calculate({}), 0);
+    EXPECT_EQ(Crc16::calculate(hexBytes("31 32 33 34 35 36 37 38 39")), 0xBB3D);
+    EXPECT_EQ(Crc16::calculate(hexBytes("34 32 1C 52 44 49")), 0x0769);
+}
+
+TEST(Converter, WritesHexadecimal)
+{
+    EXPECT_EQ(toHex(std::uint16_t{0x0769}), "0769");
+    EXPECT_EQ(toHex(std::uint8_t{0xAB}, 4), "00AB");
+    EXPECT_EQ(toHex(std::uint32_t{0xDEADBEEF}, 4), "DEADBEEF");
+    EXPECT_EQ(Converter::vectorToHexString({0x00, 0x9F, 0xA0, 0x0A, 0x7F, 0xFF}), "009FA00A7FFF");
+}
+
+TEST(Converter, KeepsEveryByteBetweenTextAndVector)
+{
+    const std::vector<std::uint8_t> bytes{0x61, 0x00, 0xFF, 0x80};
+    EXPECT_EQ(Converter::stringToVector("a\0\xFF\x80"s), bytes);
+    EXPECT_EQ(Converter::vectorToString(bytes), "a\0\xFF\x80"s);
+}
+
+TEST(Converter, ShowsControlBytesInTheLog)
+{
+    EXPECT_EQ(Converter::toLogString("plain ~\x7F"), "plain ~\x7F");
+    EXPECT_EQ(Converter::toLogString("\x02\x31\x1CRDI\x1D\x1E\x1F\x03"), "<STX>1<FS>RDI<GS><RS><US><ETX>");
+    EXPECT_EQ(Converter::toLogString("\x01\0\x80\xFF"s), "<0x01><0x00><0x80><0xFF>");
+}
+
+TEST(Converter, ErasesAPatternUntilNoneIsLeft)
+{
+    const std::array<std::string, 3> cases[] = {{"aabb", "ab", ""}, {"x%%ssy%s", "%s", "xy"}, {"as is", "", "as is"}};
+    for (auto [text, pattern, left] : cases) {
+        Converter::eraseAllSubStr(text, pattern);
+        EXPECT_EQ(text, left);
+    }
+}
