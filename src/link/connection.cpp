@@ -87,14 +87,10 @@ std::string Connection::getFrameFromStream()
 
     std::string frame;
     const QDeadlineTimer huntDeadline(timeout);
-    for (char byte = readByte(huntDeadline); byte != '\0'; byte = readByte(huntDeadline)) {
-        if (byte == Frame::startByte) {
-            frame += byte;
-            break;
-        }
-        // A port that babbles without end always has a next byte, so the deadline is looked at here as well.
-        if (huntDeadline.hasExpired() || QThread::currentThread()->isInterruptionRequested()) closeAndFail();
-    }
+    char first = readByte(huntDeadline);
+    while (first != Frame::startByte && first != '\0')
+        first = readByte(huntDeadline);
+    if (first == Frame::startByte) frame += first;
     for (char byte = getCharWithTimeout(); byte != '\0'; byte = getCharWithTimeout()) {
         if (frame.size() == maxFrameLength) closeAndFail();
         frame += byte;

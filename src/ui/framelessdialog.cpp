@@ -15,13 +15,7 @@ constexpr int crossButton = 28;  // pixels, both ways
 QString dialogStyle()
 {
     // The ground is the main window's, so a line tells where the dialog ends.
-    return look::windowStyle() +
-           QStringLiteral("QDialog { border: 1px solid %1; }\n"
-                          "QScrollBar:vertical { background: %2; width: 12px; margin: 0px; }\n"
-                          "QScrollBar::handle:vertical { background: %1; min-height: 30px; border-radius: 5; }\n"
-                          "QScrollBar::add-line, QScrollBar::sub-line { height: 0px; }\n"
-                          "QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }\n")
-               .arg(look::selectionColor, look::tabColor);
+    return look::windowStyle() + QStringLiteral("QDialog { border: 1px solid %1; }\n").arg(look::selectionColor);
 }
 
 }  // namespace

@@ -44,8 +44,24 @@ QString windowStyle()
     return QStringLiteral("QMainWindow, QDialog { background-color: %1; }\n"
                           "QLabel { color: white; background: transparent; }\n"
                           "QToolTip { color: white; background-color: %2; border: 1px solid white; padding: 3px; }\n"
+                          "QScrollBar:vertical { background: %2; width: 12px; margin: 0px; }\n"
+                          "QScrollBar::handle:vertical { background: %4; min-height: 30px; border-radius: 5; }\n"
+                          "QScrollBar::add-line, QScrollBar::sub-line { height: 0px; }\n"
+                          "QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }\n"
+                          "QMessageBox QPushButton { color: white; background-color: %2; border: 1px solid %2;"
+                          " border-radius: 5; padding: 6px 26px; }\n"
                           "QLineEdit:focus, QComboBox:focus, QPushButton:focus { border: 1px solid %3; }\n")
-        .arg(windowColor, tabColor, focusColor);
+        .arg(windowColor, tabColor, focusColor, selectionColor);
+}
+
+QPalette darkPalette()
+{
+    QPalette palette{QColor(tabColor), QColor(windowColor)};  // the other shades are worked out from these two
+    palette.setColor(QPalette::Base, QColor(cellColor));
+    palette.setColor(QPalette::Highlight, QColor(selectionColor));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    palette.setColor(QPalette::Link, QColor(focusColor));
+    return palette;
 }
 
 QString editStyle()

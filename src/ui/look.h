@@ -3,6 +3,7 @@
 #include "model/enumerations.h"
 
 #include <QFont>
+#include <QPalette>
 #include <QString>
 #include <QStringList>
 #include <QVector>
@@ -33,8 +34,10 @@ QFont pixelFont(const QFont &font);
 /// The colour of a footswitch function as "#rrggbb"; empty for a number that is no function.
 QString functionColor(FootswitchType function);
 
-/// What the main window and every dialog set as their own style sheet: ground, tool tips, visible focus.
+/// What the main window and every dialog set as their own style sheet: ground, tool tips, scroll bars, visible focus.
 QString windowStyle();
+/// Dark, for what the style sheets leave to the widget style: message boxes, the file dialog.
+QPalette darkPalette();
 QString editStyle();
 /// The closed box takes `background`; the colour stands in a line of its own, for `setBackgroundLine`.
 QString comboBoxStyle(const QString &background);

@@ -21,6 +21,7 @@ void prepareApplication()
     for (const char *name : {"Bold", "Regular", "SemiBold", "ExtraBold", "Light"})
         QFontDatabase::addApplicationFont(QStringLiteral(":/fonts/OpenSans-%1.ttf").arg(QLatin1String(name)));
     QApplication::setStyle(QStringLiteral("Fusion"));
+    QApplication::setPalette(look::darkPalette());
     QApplication::setFont(look::pixelFont(DataFromDevice::fontTabs));
 }
 

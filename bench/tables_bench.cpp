@@ -1,0 +1,162 @@
+// What it costs to show a bank: compared to reading it, and to the bare restyling of its cells. Prints two lines,
+// "ratio NAME value limit", of medians; the exit status tells whether both are within their limits.
+#include "controller/devicecontroller.h"
+#include "simulator/unitport.h"
+#include "ui/tabfootswitchfunction.h"
+#include "ui/tabloops.h"
+#include "ui/tabmidi.h"
+#include "ui/tabswitch.h"
+#include "ui/tabwahpads.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QTableWidget>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace {
+
+constexpr int bank = 0;
+constexpr int rounds = 40;
+
+double seconds(const std::function<void()> &work)
+{
+    const auto start = std::chrono::steady_clock::now();
+    work();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+double median(std::vector<double> values)
+{
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
+bool report(const char *name, double value, double limit)
+{
+    std::printf("ratio %s %.3f %.2f\n", name, value, limit);
+    return value <= limit;
+}
+
+/// The five tables as the main window holds them: one is shown.
+class Tables
+{
+public:
+    explicit Tables(DataFromDevice *data)
+    {
+        window.setStyleSheet(look::windowStyle());
+        window.resize(1322, 709);
+        add<TabFootswitchFunction>(5);
+        add<TabLoops>(11);
+        add<TabSwitch>(10);
+        add<TabMidi>(14);
+        add<TabWahPads>(5);
+        for (std::size_t i = 0; i < tabs.size(); ++i) {
+            tabs[i]->loadDataFromDevice(data);
+            if (i > 0) tabs[i]->hide();
+        }
+        window.show();
+        show();
+    }
+
+    void show() const
+    {
+        for (const auto &tab : tabs)
+            tab->gotBankAndPresetData(bank);
+        QApplication::processEvents();
+    }
+
+    /// The cells that wear the colour of a preset's function.
+    QVector<QWidget *> colouredCells() const
+    {
+        const QString color = QStringLiteral("background-color: ") + look::functionColor(FootswitchType::Preset);
+        QVector<QWidget *> cells;
+        for (QTableWidget *const table : window.findChildren<QTableWidget *>())
+            for (int row = 0; row < table->rowCount(); ++row)
+                for (int column = 0; column < table->columnCount(); ++column)
+                    if (QWidget *const cell = table->cellWidget(row, column);
+                        cell && cell->styleSheet().contains(color))
+                        cells << cell;
+        return cells;
+    }
+
+private:
+    template <typename Tab>
+    void add(int columns)
+    {
+        auto *const table = new QTableWidget(1, columns, &window);
+        table->setGeometry(66, 140, 1194, 543);
+        tabs.push_back(std::make_unique<Tab>(table));
+    }
+
+    QWidget window;
+    std::vector<std::unique_ptr<BankTable>> tabs;
+};
+
+/// Plays the unit's panel: new names and states, and this function for every preset of the bank.
+void alter(UnitPort &unit, int round, FootswitchType function)
+{
+    unit.alter([&](UnitMemory &memory) {
+        memory.banks[bank].name = "BANK " + std::to_string(round);
+        for (PresetData &preset : memory.presets[bank]) {
+            preset.name = "PRESET " + std::to_string(round);
+            preset.footswitchFunction = function;
+            preset.loops.fill(round % 2 == 0 ? LoopType::On : LoopType::Off);
+            preset.switches.fill(round % 2 == 0 ? SwitchType::On : SwitchType::Off);
+        }
+    });
+}
+
+bool run()
+{
+    UnitPort unit;
+    DeviceController controller([&] { return QStringList(QString::fromStdString(unit.location())); });
+    DataFromDevice *data = nullptr;
+    QObject::connect(&controller, &DeviceController::found, [&](DataFromDevice *model) { data = model; });
+    controller.searchDevice();
+    const auto read = [&] { controller.getBankAndPresetData(bank); };
+
+    alter(unit, 0, FootswitchType::Preset);
+    read();
+    const Tables tables(data);
+    const QVector<QWidget *> cells = tables.colouredCells();
+
+    // The parts of a ratio are measured side by side, so that whatever else the machine does meets both.
+    std::vector<double> unchanged, recoloured;
+    for (int round = 1; round <= rounds; ++round) {
+        alter(unit, round, FootswitchType::Preset);
+        const double reading = seconds(read);
+        unchanged.push_back(seconds([&] { tables.show(); }) / reading);
+
+        QStringList before;
+        for (const QWidget *cell : cells)
+            before << cell->styleSheet();
+        alter(unit, round, static_cast<FootswitchType>(1 + round % 3));
+        read();
+        const double showing = seconds([&] { tables.show(); });
+        read();  // so that both start with caches as cold
+        recoloured.push_back(showing / seconds([&] {
+                                 for (int i = 0; i < cells.size(); ++i)
+                                     cells[i]->setStyleSheet(before[i]);
+                                 QApplication::processEvents();
+                             }));
+    }
+    const bool isCheapUnchanged = report("show_unchanged_to_read", median(unchanged), 1.0 / 3);
+    const bool isCheapRecoloured = report("show_recoloured_to_restyle", median(recoloured), 1.2);
+    return isCheapUnchanged && isCheapRecoloured;
+}
+
+}  // namespace
+
+int main(int argc, char **argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QApplication application(argc, argv);
+    return run() ? 0 : 1;
+}
