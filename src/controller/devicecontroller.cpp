@@ -164,7 +164,7 @@ template <typename Alter>
 void DeviceController::changeMidiDevice(int number, Alter alter)
 {
     attempt([&] {
-        if (change(data->midiDevices.at(static_cast<std::size_t>(number - 1)), alter)) emit gotMidiDevicesData();
+        if (change(data->midiDevices.at(static_cast<std::size_t>(number) - 1), alter)) emit gotMidiDevicesData();
     });
 }
 
@@ -545,7 +545,7 @@ void DeviceController::changeSwitchOut(SwitchOutSetting setting, int number)
 {
     attempt([&] {
         const auto alter = [&](SwitchOutData &record) {
-            record.switchOuts.at(static_cast<std::size_t>(number - 1)) = setting;
+            record.switchOuts.at(static_cast<std::size_t>(number) - 1) = setting;
             device->changeSwitchOut(setting, number);
         };
         if (change(data->switchOutData, alter)) emit gotSwitchOut();

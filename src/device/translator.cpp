@@ -10,10 +10,9 @@ namespace {
 class Reader
 {
 public:
-    Reader(const char *commandName, const SlaveFrame &response) : command(commandName), fields(response.getFieldList())
-    {}
+    Reader(const char *commandName, const SlaveFrame &response) : command(commandName), fields(&response.fields()) {}
 
-    bool has(char descriptor) const { return findField(fields, descriptor).has_value(); }
+    bool has(char descriptor) const { return findField(*fields, descriptor).has_value(); }
 
     std::string text(char descriptor) const { return require(descriptor).getValuePart(); }
 
@@ -49,25 +48,26 @@ public:
 
 private:
     Reader(const Reader &parent, const Field &field)
-        : command(parent.command), path(parent.path + field.getDescriptor() + '/')
+        : command(parent.command), path(parent.path + field.getDescriptor() + '/'), fields(&field.getSubfields())
     {
+        if (!fields->empty() || field.getValuePart().empty()) return;
         // The wire cannot tell a single sub-field from a value, so the tree holds it as the value.
-        Field compound = field;
-        if (compound.getSubfields().empty() && !compound.getValuePart().empty())
-            compound.insertSubField(compound.getValuePart());
-        fields = compound.getSubfields();
+        compound = std::make_shared<Field>(field);
+        compound->insertSubField(field.getValuePart());
+        fields = &compound->getSubfields();
     }
 
     const Field &require(char descriptor) const
     {
-        const auto found = findField(fields, descriptor);
-        if (!found) fail("the answer to " + command + " lacks field " + path + descriptor);
+        const auto found = findField(*fields, descriptor);
+        if (!found) fail(std::string("the answer to ") + command + " lacks field " + path + descriptor);
         return *found;
     }
 
-    std::string command;
-    std::string path;
-    std::vector<Field> fields;
+    const char *command;
+    std::string path;  // of the field read from, "G/n/"; empty for the response itself
+    std::shared_ptr<Field> compound;
+    const std::vector<Field> *fields;  // the response's, or those of `compound`
 };
 
 }  // namespace

@@ -8,10 +8,10 @@
 
 const std::shared_ptr<MasterFrame> Data::lastSendFrame = std::make_shared<MasterFrame>();
 
-void Data::insertField(const Field &field)
+void Data::insertField(Field field)
 {
     if (field.getLevel() != Level0) throw std::invalid_argument("incorrect field level");
-    fieldList.push_back(field);
+    fieldList.push_back(std::move(field));
 }
 
 void Data::insertField(char descriptor, const std::string &value) { insertField(Field(descriptor, value, Level0)); }

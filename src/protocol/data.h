@@ -16,8 +16,8 @@ public:
     /// Descriptor and fields as they stand in the frame.
     virtual std::string toString() const = 0;
 
-    /// Appends a copy. Throws `std::invalid_argument` when the field is not at level 0.
-    void insertField(const Field &field);
+    /// Appends the field. Throws `std::invalid_argument` when the field is not at level 0.
+    void insertField(Field field);
     void insertField(char descriptor, const std::string &value);
     bool doesContain(char descriptor) const;
     boost::optional<const Field &> getFieldByDescriptorOrNull(char descriptor) const;

@@ -24,9 +24,9 @@ Field::Field(char fieldDescriptor, double number, FieldLevel fieldLevel) : Field
     insertDoubleValue(number);
 }
 
-Field::Field(char fieldDescriptor, const Field &subfield, FieldLevel fieldLevel) : Field(fieldDescriptor, fieldLevel)
+Field::Field(char fieldDescriptor, Field subfield, FieldLevel fieldLevel) : Field(fieldDescriptor, fieldLevel)
 {
-    insertSubField(subfield);
+    insertSubField(std::move(subfield));
 }
 
 Field::Field(FieldLevel fieldLevel, const std::string &text) : descriptor(text.front()), level(fieldLevel)
@@ -37,11 +37,11 @@ Field::Field(FieldLevel fieldLevel, const std::string &text) : descriptor(text.f
         setValueFromParsed(text);
 }
 
-void Field::insertSubField(const Field &subfield)
+void Field::insertSubField(Field subfield)
 {
     if (level == Level2) throw std::invalid_argument("za glebokie pole");
     if (subfield.level != sublevel()) throw std::invalid_argument("Niepoprawny poziom pola");
-    subfields.push_back(subfield);
+    subfields.push_back(std::move(subfield));
 }
 
 void Field::insertSubField(char subDescriptor) { insertSubField(Field(subDescriptor, sublevel())); }
@@ -87,13 +87,37 @@ void Field::setDescriptor(const std::string &text)
 
 void Field::setValueFromParsed(const std::string &text) { value = text.empty() ? text : text.substr(1); }
 
-std::string Field::toString() const { return descriptor + getValuePart(); }
-
-std::string Field::getValuePart() const { return subfields.empty() ? value : parseSubField(); }
-
-std::string Field::parseSubField() const
+std::string Field::toString() const
 {
-    return subfields.empty() ? std::string() : joinFields(subfields, separatorMap.at(sublevel()));
+    std::string text(1, descriptor);
+    appendValuePart(text);
+    return text;
+}
+
+std::string Field::getValuePart() const
+{
+    std::string text;
+    appendValuePart(text);
+    return text;
+}
+
+std::string Field::parseSubField() const { return subfields.empty() ? std::string() : getValuePart(); }
+
+void Field::appendValuePart(std::string &text) const
+{
+    if (subfields.empty())
+        text += value;
+    else
+        appendJoined(text, subfields, separatorMap.at(sublevel()));
+}
+
+void Field::appendJoined(std::string &text, const std::vector<Field> &fields, char separator)
+{
+    for (const Field &field : fields) {
+        if (&field != &fields.front()) text += separator;
+        text += field.descriptor;
+        field.appendValuePart(text);
+    }
 }
 
 int Field::intValue() const { return parseInteger<int>(value); }
@@ -153,9 +177,6 @@ boost::optional<const Field &> findField(const std::vector<Field> &fields, char 
 std::string joinFields(const std::vector<Field> &fields, char separator)
 {
     std::string text;
-    for (const Field &field : fields) {
-        if (&field != &fields.front()) text += separator;
-        text += field.toString();
-    }
+    Field::appendJoined(text, fields, separator);
     return text;
 }

@@ -22,7 +22,7 @@ public:
     /// A number with exactly two decimals and a comma.
     Field(char fieldDescriptor, double number, FieldLevel fieldLevel);
     /// Throws as `insertSubField(Field)`.
-    Field(char fieldDescriptor, const Field &subfield, FieldLevel fieldLevel);
+    Field(char fieldDescriptor, Field subfield, FieldLevel fieldLevel);
     /// Parses the text of one field, descriptor first. The text must not be empty.
     Field(FieldLevel fieldLevel, const std::string &text);
     virtual ~Field() = default;
@@ -31,8 +31,9 @@ public:
     Field &operator=(const Field &) = default;
     Field &operator=(Field &&) = default;
 
-    /// Appends a copy. Throws `std::invalid_argument` when this field is at level 2 or the new one is not one deeper.
-    void insertSubField(const Field &subfield);
+    /// Appends the field. Throws `std::invalid_argument` when this field is at level 2 or the new one is not one
+    /// deeper.
+    void insertSubField(Field subfield);
     void insertSubField(char subDescriptor);
     void insertSubField(char subDescriptor, const std::string &subValue);
     void insertSubField(char subDescriptor, int subValue);
@@ -81,6 +82,9 @@ public:
 
 private:
     FieldLevel sublevel() const { return static_cast<FieldLevel>(level + 1); }
+    void appendValuePart(std::string &text) const;
+    static void appendJoined(std::string &text, const std::vector<Field> &fields, char separator);
+    friend std::string joinFields(const std::vector<Field> &fields, char separator);
 
     std::vector<Field> subfields;
     char descriptor;

@@ -29,7 +29,7 @@ public:
     void setFrameID(unsigned long long id) { header->frameID = id; }
 
     /// Appends a top-level field. Throws `std::invalid_argument` when the field is not at level 0.
-    void addField(const Field &field) { data->insertField(field); }
+    void addField(Field field) { data->insertField(std::move(field)); }
     void addField(char descriptor, const std::string &value) { data->insertField(descriptor, value); }
     void addField(char descriptor, int value) { data->insertField(Field(descriptor, value, Level0)); }
     Frame &operator+=(const Field &field);
@@ -39,7 +39,9 @@ public:
     /// The first top-level field with that descriptor, if any.
     boost::optional<const Field &> operator[](const char &descriptor) const;
     boost::optional<const Field &> getFieldByDescriptor(char descriptor) const { return (*this)[descriptor]; }
+    /// A copy of the top-level fields.
     std::vector<Field> getFieldList() const { return data->fieldList; }
+    const std::vector<Field> &fields() const { return data->fieldList; }
     void setFieldList(const std::vector<Field> &fields) { data->fieldList = fields; }
 
     /// The data part's text.

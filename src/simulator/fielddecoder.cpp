@@ -88,14 +88,9 @@ std::optional<int> FieldDecoder::parseNumber(const std::string &text, const Valu
     int value = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
     // Only the one way in which a number is written is taken: no leading zeros, no plus sign, no minus zero.
-    if (error == std::errc::result_out_of_range)
-        fail(outside);
-    else if (error != std::errc{} || text != std::to_string(value))
-        fail(UnitStatus::NotANumber);
-    else if (!range.contains(value))
-        fail(outside);
-    else
-        return value;
+    const bool isNumber = error == std::errc{} && text == std::to_string(value);
+    if (isNumber && range.contains(value)) return value;
+    fail(isNumber || error == std::errc::result_out_of_range ? outside : UnitStatus::NotANumber);
     return std::nullopt;
 }
 
