@@ -122,6 +122,10 @@ void MainWindow::showDisconnected()
 
 void MainWindow::deviceFound(DataFromDevice *newData)
 {
+    // Several requests may have timed out when the unit was lost, and each has asked for a search. Until the last of
+    // them has found a unit, the next one is already letting it go again.
+    if (--pendingSearches > 0) return;
+    pendingSearches = 0;
     look::makeIconButton(ui.pushButton_connection, QStringLiteral(":/images/usb-green.png"), {36, 36},
                          tr("The unit is connected"));
     ui.label_deviceStatus->setText(connectedText());
@@ -137,6 +141,7 @@ void MainWindow::gotError(const QString &message)
 {
     if (message == QLatin1String("Receiving timeout")) {
         showDisconnected();
+        ++pendingSearches;
         emit searchForDevice();
         return;
     }

@@ -176,5 +176,6 @@ private:
     std::unique_ptr<TabMidiDevices> tabMidiDevices;
     PreviewWidget *preview = nullptr;              // a child of its page
     std::unique_ptr<DeviceController> controller;  // lives on the worker thread
+    int pendingSearches = 1;                       // the first begins with the thread
     DataFromDevice *data = nullptr;                // the controller's; null until a unit was found
 };

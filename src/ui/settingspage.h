@@ -15,7 +15,7 @@ public:
     SettingsPage(QWidget *page, int rowsPerColumn);
 
     /// Adds a setting; its box holds `items` and shows none.
-    QComboBox *add(const QString &label, const QString &objectName, const QStringList &items);
+    QComboBox *add(const QString &text, const QString &objectName, const QStringList &items);
 
 private:
     QGridLayout *grid;
