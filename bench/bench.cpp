@@ -4,12 +4,13 @@
 #include "device/kora.h"
 #include "protocol/converter.h"
 #include "simulator/unitport.h"
+#include "timing.h"
 
 #include <QCoreApplication>
 
-#include <algorithm>
 #include <benchmark/benchmark.h>
 #include <cstdio>
+#include <vector>
 
 namespace {
 
@@ -33,21 +34,6 @@ struct Bench
     KORA kora{std::make_shared<Connection>(location, timeout)};
     QSerialPort port{location};
 };
-
-template <typename Work>
-double secondsOf(Work work)
-{
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-double median(std::vector<double> values)
-{
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
-}
 
 void report(benchmark::State &state, const std::vector<double> &costs, const std::vector<double> &bases, double limit)
 {

@@ -2,6 +2,7 @@
 // "ratio NAME value limit", of medians; the exit status tells whether both are within their limits.
 #include "controller/devicecontroller.h"
 #include "simulator/unitport.h"
+#include "timing.h"
 #include "ui/tabfootswitchfunction.h"
 #include "ui/tabloops.h"
 #include "ui/tabmidi.h"
@@ -12,10 +13,7 @@
 #include <QComboBox>
 #include <QTableWidget>
 
-#include <algorithm>
-#include <chrono>
 #include <cstdio>
-#include <functional>
 #include <memory>
 #include <vector>
 
@@ -23,20 +21,6 @@ namespace {
 
 constexpr int bank = 0;
 constexpr int rounds = 40;
-
-double seconds(const std::function<void()> &work)
-{
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-double median(std::vector<double> values)
-{
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
-}
 
 bool report(const char *name, double value, double limit)
 {
@@ -131,17 +115,17 @@ bool run()
     std::vector<double> unchanged, recoloured;
     for (int round = 1; round <= rounds; ++round) {
         alter(unit, round, FootswitchType::Preset);
-        const double reading = seconds(read);
-        unchanged.push_back(seconds([&] { tables.show(); }) / reading);
+        const double reading = secondsOf(read);
+        unchanged.push_back(secondsOf([&] { tables.show(); }) / reading);
 
         QStringList before;
         for (const QWidget *cell : cells)
             before << cell->styleSheet();
         alter(unit, round, static_cast<FootswitchType>(1 + round % 3));
         read();
-        const double showing = seconds([&] { tables.show(); });
+        const double showing = secondsOf([&] { tables.show(); });
         read();  // so that both start with caches as cold
-        recoloured.push_back(showing / seconds([&] {
+        recoloured.push_back(showing / secondsOf([&] {
                                  for (int i = 0; i < cells.size(); ++i)
                                      cells[i]->setStyleSheet(before[i]);
                                  QApplication::processEvents();

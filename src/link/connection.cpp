@@ -132,8 +132,11 @@ void Connection::log(FrameDirection direction, const std::string &data)
     Converter::eraseAllSubStr(line, "%s");
     qDebug("%s", line.c_str());
     QFile file(QCoreApplication::applicationDirPath() + "/log.txt");
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Append)) return;
-    file.write((line + "\r\n").c_str());
+    // Unbuffered, a line is one write: two editors that share the file do not mix their lines.
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered)) return;
+    const QByteArray bytes = QByteArray::fromStdString(line) + "\r\n";
+    const qint64 written = file.write(bytes);
+    if (written > 0 && written < bytes.size()) file.resize(file.size() - written);  // disk full: no half lines
 }
 
 std::string Connection::currentDateTimeString()

@@ -61,7 +61,7 @@ public:
     int getError() const;
 
     /// Writes one line to the debug output and to log.txt beside the program, while `enableLog` is set. A file that
-    /// cannot be opened is left out silently.
+    /// cannot be opened is left out silently, and so is a line that does not fit on the disk as a whole.
     static void log(FrameDirection direction, const std::string &data);
     static std::string currentDateTimeString();
 

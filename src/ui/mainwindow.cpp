@@ -77,6 +77,7 @@ void MainWindow::connectButtons()
     for (QPushButton *const button : qAsConst(pageButtons))
         clicks(button, &MainWindow::tabButtonClicked);
     ui.pushButton_presetsTab->setStyleSheet(look::tabButtonStyle(true));
+    ui.pushButton_presetsTab->setFocus();
 
     subTabButtons = {ui.pushButton_footswitchFunctionTab, ui.pushButton_loopsTab, ui.pushButton_switchTab,
                      ui.pushButton_midiTab, ui.pushButton_wahPads};
@@ -135,6 +136,7 @@ void MainWindow::deviceFound(DataFromDevice *newData)
             QStringLiteral("FIRMWARE %1.%2").arg(info->firmwareMajor).arg(info->firmwareMinor));
     emit connected(data);
     requestOtherBanks();
+    requestShownSettings();
 }
 
 void MainWindow::gotError(const QString &message)

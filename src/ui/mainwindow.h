@@ -148,6 +148,7 @@ private:
     void makeSettingsPages();
     void connectSettings();
     void fillControllers(int deviceIndex);
+    void requestShownSettings();
 
     // mainwindow_tabs.cpp: the preset editor's tabs and the preview
     void makeTabs();

@@ -138,6 +138,15 @@ void MainWindow::connectSettings()
     connect(this, &MainWindow::changeSwitchOut, unit, &DeviceController::changeSwitchOut);
 }
 
+/// A new model holds no settings yet, and a choice on a page without them would be dropped.
+void MainWindow::requestShownSettings()
+{
+    if (!ui.widget_settings->isHidden()) emit getSettings();
+    if (!ui.widget_midiIn->isHidden()) emit getMidiIn();
+    if (!ui.widget_expressionPedal->isHidden()) emit getExpressionPedal();
+    if (!ui.widget_switchOut->isHidden()) emit getSwitchOut();
+}
+
 // --- The user chose: one box, one change
 
 void MainWindow::loopsSplitChanged(int index) { emit changeLoopsSplit(index != 0); }

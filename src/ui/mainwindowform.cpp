@@ -76,9 +76,9 @@ MainWindowForm::MainWindowForm(QMainWindow *window) : body(new QWidget(window))
     window->setStyleSheet(look::windowStyle());
     body->setObjectName(QStringLiteral("centralWidget"));
     window->setCentralWidget(body);
+    makeTopBand();  // from top to bottom, which is the order of Tab
     makePageBar();
     makePages();
-    makeTopBand();
     makeBusyDisplay();
 }
 

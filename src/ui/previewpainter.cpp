@@ -96,7 +96,7 @@ public:
     void paint()
     {
         painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
-        painter.fillRect(QRectF(QPointF(), canvas), ink.ground);
+        if (medium == Medium::Paper) painter.fillRect(QRectF(QPointF(), canvas), ink.ground);  // else the page is it
         plate(unitRect, ink.outline, ink.unit, 14);
         paintDisplay();
         for (std::size_t pad = 0; pad < scene.wahPads.size(); ++pad)

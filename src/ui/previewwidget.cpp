@@ -131,7 +131,6 @@ QTransform PreviewWidget::fit() const
 void PreviewWidget::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    painter.fillRect(rect(), QColor(look::pageColor));
     painter.setTransform(fit(), true);
     preview::paint(painter, picture, hasFocus() ? preview::Medium::FocusedScreen : preview::Medium::Screen);
 }

@@ -127,3 +127,15 @@ TEST(Connection, StaysOpenAfterASendingTimeout)
     connection.closeConnection();
     EXPECT_EQ(failureOf(send), "Sending timeout");
 }
+
+TEST(Connection, FailsOnAPortThatAnotherOneHolds)
+{
+    const UnitPort unit;
+    Connection holder = connectionTo(unit.location());
+    Connection other = connectionTo(unit.location());
+    holder.openConnection();
+    EXPECT_EQ(failureOf([&] { answerOn(other); }), timedOut);
+    EXPECT_EQ(other.getError(), QSerialPort::PermissionError);
+    holder.closeConnection();
+    EXPECT_TRUE(answerOn(other).ends_with('\x03'));
+}

@@ -3,10 +3,13 @@
 #include "support/scriptedport.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QFile>
 #include <QRegularExpression>
 
+#include <csignal>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 namespace {
 
@@ -65,4 +68,36 @@ TEST_F(TrafficLog, IsEmptyWhenOffAndForWhatWasNotSent)
     EXPECT_EQ(failureOf([&] { connection << std::string(200000, 'x'); }), "Sending timeout");
     EXPECT_EQ(debugOutput, QStringList());
     EXPECT_EQ(fileContent(), "no file");
+}
+
+TEST_F(TrafficLog, DoesWithoutAFileThatCannotBeWritten)
+{
+    Connection::enableLog = true;
+    for (const char *target : {"/dev/full", "/no/such/directory/log.txt"}) {
+        ASSERT_TRUE(QFile::link(target, file.fileName()));
+        Connection::log(Connection::FrameDirection::Sent, "text");
+        file.remove();
+    }
+    ASSERT_TRUE(QDir().mkdir(file.fileName()));  // refuses the superuser too
+    Connection::log(Connection::FrameDirection::Sent, "text");
+    ASSERT_TRUE(QDir().rmdir(file.fileName()));
+    EXPECT_EQ(debugOutput.filter("]: PC >> text").size(), 3);
+}
+
+TEST_F(TrafficLog, HoldsWholeLinesOnlyWhenTheDiskFillsUp)
+{
+    Connection::enableLog = true;
+    const std::string longText(30000, 'x');
+    Connection::log(Connection::FrameDirection::Sent, longText);
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const auto previousHandler = std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit full{40000, before.rlim_max};  // bytes: the second line ends in its middle
+    setrlimit(RLIMIT_FSIZE, &full);
+    Connection::log(Connection::FrameDirection::Received, longText);
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, previousHandler);
+    Connection::log(Connection::FrameDirection::Received, "after");
+    ASSERT_EQ(debugOutput.size(), 3);
+    EXPECT_EQ(fileContent(), debugOutput[0] + "\r\n" + debugOutput[2] + "\r\n");
 }

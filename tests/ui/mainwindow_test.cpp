@@ -46,7 +46,7 @@ TEST_F(Editor, ShowsTheUnitAndItsFirmware)
     EXPECT_TRUE(find<QWidget>("tableWidget_footswitchFunction").isVisible());
 }
 
-TEST_F(Editor, FirstConnectionAsksForOneBankAndTheMidiDevices)
+TEST_F(Editor, AConnectionAsksForOneBankTheMidiDevicesAndTheOpenPage)
 {
     unit.unplug();
     click("pushButton_settingsTab");
@@ -58,6 +58,7 @@ TEST_F(Editor, FirstConnectionAsksForOneBankAndTheMidiDevices)
         expected.push_back(wire(std::string("RBP|A0|B") + preset));
     for (const char *device : {"1", "2", "3", "4", "5", "6", "7", "8", "9", "10"})
         expected.push_back(wire(std::string("RMD|A") + device));
+    expected.push_back("ROS");  // the page that is open
     EXPECT_EQ(requests(), expected);
 }
 

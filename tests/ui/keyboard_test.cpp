@@ -1,0 +1,145 @@
+#include "ui/editor.h"
+#include "ui/look.h"
+#include "ui/previewwidget.h"
+
+#include <QLineEdit>
+
+namespace {
+
+struct Page
+{
+    const char *button;
+    const char *subTab;  // of the presets page, or empty
+    const char *page;    // what the buttons bring up
+    bool byColumns;      // settings are read column by column, tables row by row
+    int editors;
+};
+
+const Page pages[] = {
+    {"pushButton_settingsTab", "", "widget_settings", true, 9},
+    {"pushButton_presetsTab", "pushButton_footswitchFunctionTab", "tableWidget_footswitchFunction", false, 42},
+    {"pushButton_presetsTab", "pushButton_loopsTab", "tableWidget_loops", false, 102},
+    {"pushButton_presetsTab", "pushButton_switchTab", "tableWidget_switch", false, 92},
+    {"pushButton_presetsTab", "pushButton_midiTab", "tableWidget_midi", false, 132},
+    {"pushButton_presetsTab", "pushButton_wahPads", "tableWidget_wahPads", false, 10},
+    {"pushButton_midiDevicesTab", "", "tableWidget_midiDevices", false, 90},
+    {"pushButton_midiMidiIn", "", "widget_midiIn", true, 3},
+    {"pushButton_midiExpressionPedal", "", "widget_expressionPedal", true, 7},
+    {"pushButton_midiSwitchOut", "", "widget_switchOut", true, 6},
+    {"pushButton_previewTab", "", "widget_preview", false, 3},
+};
+
+const QStringList beforeThePage{
+    "pushButton_logo",        "pushButton_connection",          "pushButton_menu",          "pushButton_minimizeWindow",
+    "pushButton_closeWindow", "pushButton_settingsTab",         "pushButton_presetsTab",    "pushButton_midiDevicesTab",
+    "pushButton_midiMidiIn",  "pushButton_midiExpressionPedal", "pushButton_midiSwitchOut", "pushButton_previewTab"};
+const QStringList subTabs{"pushButton_footswitchFunctionTab", "pushButton_loopsTab", "pushButton_switchTab",
+                          "pushButton_midiTab", "pushButton_wahPads"};
+
+bool isEditor(const QWidget *widget)
+{
+    return qobject_cast<const QComboBox *>(widget) || qobject_cast<const QLineEdit *>(widget) ||
+           qobject_cast<const QAbstractButton *>(widget) || qobject_cast<const PreviewWidget *>(widget);
+}
+
+class Keyboard : public Editor
+{
+protected:
+    void SetUp() override
+    {
+        Editor::SetUp();
+        QApplication::setActiveWindow(&window);
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+        EXPECT_EQ(QApplication::focusWidget()->objectName().toStdString(), "pushButton_presetsTab");
+    }
+
+    void open(const Page &page)
+    {
+        click(page.button);
+        if (*page.subTab) click(page.subTab);
+        ASSERT_TRUE(settles());
+    }
+
+    /// The page's editors that a user sees and may change, in reading order.
+    QVector<QWidget *> editorsOf(const Page &page) const
+    {
+        QVector<QWidget *> editors;
+        for (QWidget *const widget : find<QWidget>(page.page).findChildren<QWidget *>())
+            if (isEditor(widget) && widget->isVisible() && widget->isEnabled()) editors << widget;
+        const auto place = [&](const QWidget *widget) {
+            const QPoint at = widget->mapTo(&window, QPoint());
+            return page.byColumns ? std::pair(at.x(), at.y()) : std::pair(at.y(), at.x());
+        };
+        std::sort(editors.begin(), editors.end(), [&](auto *a, auto *b) { return place(a) < place(b); });
+        return editors;
+    }
+
+    /// What Tab reaches from the logo until it comes back there.
+    QVector<QWidget *> walk()
+    {
+        QWidget *const start = &find<QPushButton>("pushButton_logo");
+        start->setFocus();
+        QVector<QWidget *> reached;
+        do {
+            reached << QApplication::focusWidget();
+            QTest::keyClick(reached.last(), Qt::Key_Tab);
+        } while (QApplication::focusWidget() != start && reached.size() < 1000);
+        return reached;
+    }
+};
+
+}  // namespace
+
+TEST_F(Keyboard, TabReachesTheShownPagesEditorsInReadingOrderAndNothingElse)
+{
+    for (const Page &page : pages) {
+        SCOPED_TRACE(page.page);
+        open(page);
+        const QVector<QWidget *> editors = editorsOf(page);
+        EXPECT_EQ(editors.size(), page.editors);
+
+        const QStringList buttons = *page.subTab ? beforeThePage + subTabs : beforeThePage;
+        const QVector<QWidget *> reached = walk();
+        ASSERT_EQ(reached.size(), buttons.size() + editors.size());
+        for (int i = 0; i < reached.size(); ++i) {
+            if (i < buttons.size())
+                EXPECT_EQ(reached[i]->objectName().toStdString(), buttons[i].toStdString());
+            else
+                EXPECT_EQ(reached[i], editors[i - buttons.size()]) << reached[i]->accessibleName().toStdString();
+        }
+    }
+}
+
+TEST_F(Keyboard, AltAndANumberOpenThePages)
+{
+    const char *const shown[] = {"widget_settings", "widget_presets",         "tableWidget_midiDevices",
+                                 "widget_midiIn",   "widget_expressionPedal", "widget_switchOut",
+                                 "widget_preview"};
+    for (int number = 7; number >= 1; --number) {
+        QTest::keyClick(&window, static_cast<Qt::Key>(Qt::Key_0 + number), Qt::AltModifier);
+        QWidget &page = find<QWidget>(shown[number - 1]);
+        EXPECT_TRUE(becomes([&] { return page.isVisible(); })) << number;
+        for (const char *const other : shown)
+            EXPECT_EQ(find<QWidget>(other).isVisible(), &find<QWidget>(other) == &page) << number << ", " << other;
+    }
+}
+
+TEST_F(Keyboard, EveryEditorHasANameAndShowsItsFocus)
+{
+    for (const Page &page : pages) {
+        open(page);
+        for (QWidget *const widget : walk()) {
+            auto *const button = qobject_cast<QAbstractButton *>(widget);
+            const bool saysItself = button && !button->text().isEmpty();
+            const std::string what = widget->accessibleName().toStdString() + '/' + widget->objectName().toStdString();
+            EXPECT_FALSE(widget->accessibleName().isEmpty() && !saysItself) << page.page << ": " << what;
+
+            // Of an edit only the frame, since its cursor would tell the two apart as well.
+            const QRect edge(0, 0, widget->width(), qobject_cast<QLineEdit *>(widget) ? 4 : widget->height());
+            widget->clearFocus();
+            const QImage without = widget->grab(edge).toImage();
+            widget->setFocus(Qt::TabFocusReason);
+            EXPECT_NE(widget->grab(edge).toImage(), without) << page.page << ": " << what;
+        }
+    }
+}
