@@ -12,6 +12,7 @@ using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
 
 const std::string readIdentity = frame("1|RDI7329");
+const std::string writeName = frame("13|WBB;A0;BFIRST9DB8");
 const std::string identity = frame("1|0;A;B;C0;D0;E0;F061B8");
 
 /// The editor's end of the line: open for one exchange at a time, as the editor does it. `patience` is how long it
@@ -39,12 +40,8 @@ TEST(UnitPort, AnswersOverTheLineAgainAndAgain)
     port.onExchange([&](const std::string &request, const std::string &response) { seen = {request, response}; });
     for (int i = 0; i < 20; ++i)
         ASSERT_EQ(ask(port, readIdentity), identity);
-    EXPECT_EQ(ask(port, "noise\x03\x02"
-                        "cut" +
-                            readIdentity),
-              identity);
+    EXPECT_EQ(ask(port, "noise\x03\x02XY" + readIdentity), identity);
     EXPECT_EQ(port.takeRequests(), std::vector<std::string>(21, "RDI"));
-    EXPECT_TRUE(port.takeRequests().empty());
     port.unplug();
     EXPECT_EQ(seen, (std::vector{readIdentity, identity}));
 }
@@ -52,10 +49,9 @@ TEST(UnitPort, AnswersOverTheLineAgainAndAgain)
 TEST(UnitPort, KeepsItsMemoryWhileUnplugged)
 {
     UnitPort port{UnitMemory()};
-    ask(port, frame("13|WBB;A0;BFIRST9DB8"));
+    ask(port, writeName);
     const Descriptor line(::open(port.location().c_str(), O_RDWR | O_NOCTTY));
     port.unplug();
-    EXPECT_EQ(port.location(), "");
     pollfd watched{line.get(), POLLIN, 0};
     EXPECT_EQ(::poll(&watched, 1, 1000), 1);
     EXPECT_NE(watched.revents & POLLHUP, 0);
@@ -65,52 +61,33 @@ TEST(UnitPort, KeepsItsMemoryWhileUnplugged)
     EXPECT_EQ(port.memory().banks[0].name, "FIRST");
 }
 
-TEST(UnitPort, SpoilsOneExchange)
+TEST(UnitPort, SpoilsOneExchangeAndCarriesOutTheCommandIfItAnswers)
 {
-    const std::string half = identity.substr(0, identity.size() / 2);
+    const std::string written = frame("13|027F6");
     const struct
     {
         Fault fault;
         std::string received;
         Clock::duration atLeast;
+        const char *name;  ///< of the bank afterwards
     } table[] = {
-        {Fault::silence(), "", 0ms},
-        {Fault::lateAnswer(60ms), identity, 60ms},
-        {Fault::slowBytes(2ms), identity, 2ms * 25},
-        {Fault::noise(), "\xFF\x1C~\x03#\x1D\x7F" + identity, 0ms},
-        {Fault::wrongChecksum(), frame("1|0;A;B;C0;D0;E0;F061B0"), 0ms},
-        {Fault::cutOff(), half, 0ms},
-        {Fault::zeroByte(), half + '\0' + identity.substr(half.size()), 0ms},
-        {Fault::errorStatus(9, "no"), frame("1|91D99"), 0ms},
-    };
-    UnitPort port{UnitMemory()};
-    for (const auto &row : table) {
-        port.queueFault(row.fault);
-        const auto start = Clock::now();
-        EXPECT_EQ(ask(port, readIdentity, row.received.empty() ? 60ms : 2s), row.received);
-        EXPECT_GE(Clock::now() - start, row.atLeast);
-        EXPECT_EQ(ask(port, readIdentity), identity);
-    }
-}
-
-TEST(UnitPort, CarriesOutACommandWhoseAnswerIsSpoiled)
-{
-    const struct
-    {
-        Fault fault;
-        const char *name;
-    } table[] = {
-        {Fault::silence(), ""},       {Fault::errorStatus(), ""},
-        {Fault::endlessStream(), ""}, {Fault::lateAnswer(0ms), "FIRST"},
-        {Fault::cutOff(), "FIRST"},   {Fault::wrongChecksum(), "FIRST"},
-        {Fault::noise(), "FIRST"},    {Fault::zeroByte(), "FIRST"},
-        {Fault::hangUp(), "FIRST"},
+        {Fault::silence(), "", 0ms, ""},
+        {Fault::lateAnswer(60ms), written, 60ms, "FIRST"},
+        {Fault::slowBytes(5ms), written, 5ms * 8, "FIRST"},
+        {Fault::noise(), "\xFF\x1C~\x03#\x1D\x7F" + written, 0ms, "FIRST"},
+        {Fault::wrongChecksum(), frame("13|027F0"), 0ms, "FIRST"},
+        {Fault::cutOff(), written.substr(0, 5), 0ms, "FIRST"},
+        {Fault::zeroByte(), written.substr(0, 5) + '\0' + written.substr(5), 0ms, "FIRST"},
+        {Fault::errorStatus(9, "no"), frame("13|92136"), 0ms, ""},
     };
     for (const auto &row : table) {
         UnitPort port{UnitMemory()};
         port.queueFault(row.fault);
-        ask(port, frame("13|WBB;A0;BFIRST9DB8"), 200ms);
+        const auto start = Clock::now();
+        EXPECT_EQ(ask(port, writeName, row.received.empty() ? 60ms : 2s), row.received);
+        EXPECT_GE(Clock::now() - start, row.atLeast);
         EXPECT_EQ(port.memory().banks[0].name, row.name) << static_cast<int>(row.fault.kind);
+        EXPECT_EQ(ask(port, readIdentity), identity);
     }
 }
 
@@ -147,21 +124,19 @@ TEST(UnitPort, WhatTheEditorDoesNotReadIsLostWhenItCloses)
     }
 }
 
-TEST(UnitPort, AnEndlessStreamEndsWithTheNextCommandOrTheUnit)
+TEST(UnitPort, AnEndlessStreamEndsWithTheNextCommand)
 {
     UnitPort port{UnitMemory()};
     port.queueFault(Fault::endlessStream());
-    const std::string stream = ask(port, readIdentity);
-    EXPECT_GE(stream.size(), 4000U);
-    EXPECT_EQ(stream.find('\x02'), std::string::npos);
+    EXPECT_GE(ask(port, writeName).size(), 4000U);
+    EXPECT_EQ(port.memory().banks[0].name, "");
     const std::string next = ask(port, readIdentity);
     EXPECT_EQ(next.substr(std::min(next.find('\x02'), next.size())), identity);
 }
 
 TEST(UnitPort, StopsAtOnceDuringAFault)
 {
-    for (const Fault &fault :
-         {Fault::lateAnswer(60s), Fault::slowBytes(60s), Fault::endlessStream(), Fault::silence()}) {
+    for (const Fault &fault : {Fault::lateAnswer(60s), Fault::slowBytes(60s), Fault::endlessStream()}) {
         std::optional<UnitPort> port(std::in_place, UnitMemory());
         port->queueFault(fault);
         ask(*port, readIdentity, 50ms);
@@ -175,33 +150,11 @@ TEST(UnitPort, HangsUpInTheMiddleOfAnAnswer)
 {
     UnitPort port{UnitMemory()};
     port.queueFault(Fault::hangUp());
-    const std::string received = ask(port, readIdentity, 2s);
-    EXPECT_EQ(received, identity.substr(0, received.size()));
-    EXPECT_LT(received.size(), identity.size());
+    EXPECT_LT(ask(port, writeName).size(), 10U);
+    EXPECT_EQ(port.memory().banks[0].name, "FIRST");
     EXPECT_EQ(port.location(), "");
     port.plugIn();
     EXPECT_EQ(ask(port, readIdentity), identity);
-}
-
-TEST(UnitPort, IsSilentWhileItRestarts)
-{
-    UnitPort port(UnitMemory(), 100ms);
-    ask(port, frame("5|WFD;A1;B00FF5A90"));
-    ask(port, frame("6|WFD;C6F3C"));
-    ask(port, frame("7|WFD;D6D6D"));
-    port.queueFault(Fault::cutOff());
-    EXPECT_EQ(ask(port, readIdentity, 20ms), "");
-    std::this_thread::sleep_for(120ms);
-    EXPECT_EQ(ask(port, readIdentity).size(), 13U);  // the fault waited for an exchange
-    EXPECT_EQ(ask(port, readIdentity), frame("1|0;A;B;C64;D64;E0;F0F907"));
-}
-
-TEST(Fault, IsKnownByItsName)
-{
-    EXPECT_EQ(Fault::names(), "silence, late, slow, noise, checksum, cut, zero, status, endless, hangup");
-    EXPECT_EQ(Fault::named("zero")->kind, Fault::Kind::ZeroByte);
-    EXPECT_EQ(Fault::named("late")->delay, 2500ms);
-    EXPECT_FALSE(Fault::named("").has_value());
 }
 
 }  // namespace
