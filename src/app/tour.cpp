@@ -88,7 +88,7 @@ bool waitFor(const std::function<bool()> &reached)
 }  // namespace
 
 Tour::Tour(MainWindow &editor, UnitPort &virtualUnit, const QString &directory)
-    : window(editor), unit(virtualUnit), pictures(directory)
+    : window(editor), unit(virtualUnit), pictures(QDir(directory).absolutePath())
 {
     pictures.mkpath(QStringLiteral("."));
 }
