@@ -7,7 +7,6 @@
 #include <QComboBox>
 #include <QElapsedTimer>
 #include <QFile>
-#include <QFileDialog>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -135,17 +134,24 @@ void Tour::picture(const QString &name, QWidget *widget)
 void Tour::withDialog(const std::function<void()> &open, const std::function<void(QWidget &)> &act)
 {
     bool done = false;
+    bool stuck = false;
     QTimer watch;
+    QTimer rescue;  // a dialog that stays open must fail the tour, not hang it
     QObject::connect(&watch, &QTimer::timeout, [&] {
         QWidget *const dialog = QApplication::activeModalWidget();
         if (!dialog) return;
         watch.stop();
         act(*dialog);
         done = true;
+        rescue.start(patience);
+    });
+    QObject::connect(&rescue, &QTimer::timeout, [&] {
+        if (QWidget *const dialog = QApplication::activeModalWidget()) stuck = dialog->close();
     });
     watch.start(20);
     open();
-    check(QStringLiteral("the dialog opened and closed"), [&] { return done && !QApplication::activeModalWidget(); });
+    check(QStringLiteral("the dialog opened and closed"),
+          [&] { return done && !stuck && !QApplication::activeModalWidget(); });
 }
 
 int Tour::presetWith(FootswitchType function) const
@@ -421,9 +427,9 @@ void Tour::firmwareUpload()
         key(*menu, Qt::Key_Return);
     };
     withDialog(trigger, [&](QWidget &dialog) {
-        auto *const files = qobject_cast<QFileDialog *>(&dialog);
-        files->selectFile(image.fileName());
-        QMetaObject::invokeMethod(files, "accept");
+        auto &name = find<QLineEdit>(dialog, "fileNameEdit");
+        name.setText(image.fileName());
+        key(name, Qt::Key_Return);
     });
     picture(QStringLiteral("upload"));
     withDialog([] {},
