@@ -18,9 +18,8 @@ public:
     /// Pictures go to `directory`, which is made if it is missing.
     Tour(MainWindow &editor, UnitPort &virtualUnit, const QString &directory);
 
+    /// Ends the program with EXIT_FAILURE at the first step that fails, since the later ones build upon it.
     void run();
-    int passed() const { return passedSteps; }
-    int failed() const { return failedSteps; }
 
 private:
     void connection();
@@ -42,6 +41,7 @@ private:
 
     /// One step is done when `reached` holds; it fails when that takes longer than a few seconds.
     void check(const QString &step, const std::function<bool()> &reached);
+    [[noreturn]] void fail(const QString &step);
     /// The same, for what the unit holds.
     void checkUnit(const QString &step, const std::function<bool(const UnitMemory &)> &holds);
     void picture(const QString &name, QWidget *widget = nullptr);
@@ -58,5 +58,4 @@ private:
     QDir pictures;
     int pictureCount = 0;
     int passedSteps = 0;
-    int failedSteps = 0;
 };

@@ -75,25 +75,25 @@ int differences(const std::string &before, const std::string &after)
 TEST(Commands, AnswerByteForByte)
 {
     const std::pair<const char *, const char *> table[] = {
-        {"1|RDI7329", "1|0;AKORA;BBENCH;C2;D7;E3;F995A0B"},
-        {"7|RET;A33DAF", "7|0;A3;BUnknown command82CC"},
-        {"12|RBB;A4D9C6", "12|0;A4;BCAFÉ;C3;D9;E1;F006AE"},
-        {"3|RBP;A4;B2A011", "3|0;A4;B2;CSOLO;D2;EA1/B1/C2/D3/E4/F1/G2;FA2/B1/C3/D4/E2/F1;"
-                            "GAA1,B2,C64/BA10,B20,C254/a1/j128/nA3,B4,C3,D5,E127CD62"},
-        {"18446744073709551615|RBP;A99;B945E4",
-         "18446744073709551615|0;A99;B9;C;D0;EA2/B2/C2/D2/E2/F2/G2;FA2/B2/C2/D2/E2/F2FEE0"},
-        {"8|RMD;A1073FD", "8|0;A10;BAMP;C16;D1;E2;FAGAIN/B20;GA/B255;HA/B255;IA/B255;JA/B255;KA/B255;LA/B255;MA/B255;"
-                          "NA/B255;OA/B255;PA/B255;QA/B255;RA/B255;SA/B255;TA/B255;UA/B255;VA/B255;WA/B255;XA/B255;"
-                          "YAÖ/B0;a3;b254;c60;d3BDAD"},
-        {"9|RMIE2CE", "9|0;A255;B3;C234D5"},
-        {"10|REPC8D0", "10|0;C3;D5;E1;F127;G12;H4095;I1;J10;K20311B"},
-        {"11|RSOA0A2", "11|0;A1;B2;C3;D1;E2;F370B5"},
-        {"0|ROS4892", "0|0;A2;B1;C0;D6;E7;F3;G1;H0;I0;J2;K2B456"},
-        {"13|WBB;A0;BFIRST9DB8", "13|027F6"},
-        {"14|WSOA17E", "14|0E647"},
-        {"5|WFD;A1;B00FF5A90", "5|0DA18"},
-        {"6|WFD;C6F3C", "6|0DAE8"},
-        {"4|WOS;J33871", "4|1072DA"},
+        {"1^RDI7329", "1^0|AKORA|BBENCH|C2|D7|E3|F995A0B"},
+        {"7^RET|A33DAF", "7^0|A3|BUnknown command82CC"},
+        {"12^RBB|A4D9C6", "12^0|A4|BCAFÉ|C3|D9|E1|F006AE"},
+        {"3^RBP|A4|B2A011", "3^0|A4|B2|CSOLO|D2|EA1;B1;C2;D3;E4;F1;G2|FA2;B1;C3;D4;E2;F1|"
+                            "GAA1,B2,C64;BA10,B20,C254;a1;j128;nA3,B4,C3,D5,E127CD62"},
+        {"18446744073709551615^RBP|A99|B945E4",
+         "18446744073709551615^0|A99|B9|C|D0|EA2;B2;C2;D2;E2;F2;G2|FA2;B2;C2;D2;E2;F2FEE0"},
+        {"8^RMD|A1073FD", "8^0|A10|BAMP|C16|D1|E2|FAGAIN;B20|GA;B255|HA;B255|IA;B255|JA;B255|KA;B255|LA;B255|MA;B255|"
+                          "NA;B255|OA;B255|PA;B255|QA;B255|RA;B255|SA;B255|TA;B255|UA;B255|VA;B255|WA;B255|XA;B255|"
+                          "YAÖ;B0|a3|b254|c60|d3BDAD"},
+        {"9^RMIE2CE", "9^0|A255|B3|C234D5"},
+        {"10^REPC8D0", "10^0|C3|D5|E1|F127|G12|H4095|I1|J10|K20311B"},
+        {"11^RSOA0A2", "11^0|A1|B2|C3|D1|E2|F370B5"},
+        {"0^ROS4892", "0^0|A2|B1|C0|D6|E7|F3|G1|H0|I0|J2|K2B456"},
+        {"13^WBB|A0|BFIRST9DB8", "13^027F6"},
+        {"14^WSOA17E", "14^0E647"},
+        {"5^WFD|A1|B00FF5A90", "5^0DA18"},
+        {"6^WFD|C6F3C", "6^0DAE8"},
+        {"4^WOS|J33871", "4^1072DA"},
     };
     VirtualUnit unit(sample());
     for (const auto &[command, answer] : table)
@@ -110,18 +110,18 @@ TEST(Commands, BadFramesGetAStatusAndTheirIdentifier)
         {"", "0", "2"},
         {"\x02\x1C\x03", "0", "2"},
         {"X1\x1CRDI7329\x03", "0", "2"},
-        {"\x02" + wire("1|RDI7329X"), "0", "2"},
-        {frame("1|RDI7328"), "1", "1"},
-        {frame("12|RBB;A4d9c6"), "12", "1"},  // checksum digits are upper case
-        {frame("02|RDI8368"), "0", "2"},
-        {frame("|RDIB754"), "0", "2"},
-        {frame("2;All|RDI2211"), "0", "2"},
-        {frame("18446744073709551616|RDIF4EC"), "0", "2"},
-        {frame("2|RDIX17B3"), "2", "2"},
-        {frame("2|RDI;E472"), "2", "2"},
-        {frame("2|rDIB96C"), "2", "2"},
-        {frame("2|RDI;A|11B72"), "2", "2"},
-        {frame(std::string("2|RET;A\0003C916", 13)), "2", "2"},
+        {"\x02" + wire("1^RDI7329X"), "0", "2"},
+        {frame("1^RDI7328"), "1", "1"},
+        {frame("12^RBB|A4d9c6"), "12", "1"},  // checksum digits are upper case
+        {frame("02^RDI8368"), "0", "2"},
+        {frame("^RDIB754"), "0", "2"},
+        {frame("2|All^RDI2211"), "0", "2"},
+        {frame("18446744073709551616^RDIF4EC"), "0", "2"},
+        {frame("2^RDIX17B3"), "2", "2"},
+        {frame("2^RDI|E472"), "2", "2"},
+        {frame("2^rDIB96C"), "2", "2"},
+        {frame("2^RDI|A^11B72"), "2", "2"},
+        {frame(std::string("2^RET|A\0003C916", 13)), "2", "2"},
     };
     VirtualUnit unit(sample());
     for (const auto &row : table)
@@ -135,29 +135,29 @@ TEST(Commands, RefusedCommandsChangeNothing)
     {
         const char *status, *start, *rests;
     } table[] = {
-        {"3", "", "RXX WDI;A1 IDN"},
-        {"4", "", "RBB WBB;BX RBP;A1 RMD WMD;C1 RET WFD;B00 WFD"},
-        {"5", "", "RBB;A100 RBB;A-1 RBP;A0;B10 RMD;A0 RMD;A11 WBP;A100;B0;CX RBB;A99999999999"},
-        {"6", "", "RDI;A1 RBB;A0;B1 WBB;A0;BX;GY WEP;G1 WEP;H1 WEP;I1 WEP;A1 WOS;H0 WOS;I0 WSO;G1 WMD;A1;Z1"},
-        {"6", "", "WBP;A0;B0;H1 WBP;A0;B0;GU1 WBP;A0;B0;Gk1 WFD;C;D WFD;A1;B00;C"},
-        {"7", "", "RBB;A1;A1 WBB;A0;BX;BY WBP;A0;B0;EA1/B1/C1/D1/E1/F1/G1/A1 WBP;A0;B0;Ga1/a2"},
-        {"8", "", "WBB;A0 WBP;A0;B0 WMD;A1 WMI WEP WOS WMD;A1;FAX WMD;A1;FB1 WFD;A1"},
-        {"8", "WBP;A0;B0;", "EA1/B1/C1/D1/E1/F1 FA1 GAA1,B1 GnA1,B1,C1,D1"},
-        {"9", "", "RBB;A RBB;A01 RBB;A+1 RBB;A1x WOS;A WOS;A1.0 WOS;A-0 WOS;A1/B1"},
-        {"10", "WBB;A0;", "C0 C4 D10 D-1"},
-        {"10", "WBP;A0;B0;", "D4 EA0/B1/C1/D1/E1/F1/G1 EA1/B1/C1/D1/E1/F1/G5 FA1/B1/C1/D1/E1/F5"},
-        {"10", "WBP;A0;B0;G", "a0 a129 j254 AA0,B1,C1 AA11,B1,C1 AA255,B1,C1 AA1,B21,C1 AA1,B0,C254 AA1,B1,C128"},
-        {"10", "WBP;A0;B0;GnA", "0,B1,C1,D1,E1 1,B0,C1,D1,E1 1,B1,C4,D1,E1 1,B1,C1,D128,E1 1,B1,C1,D1,E255"},
-        {"10", "WMD;A1;", "C0 C17 D2 E0 E4 FAX/B128 a0 a21 b253 c128 d4"},
-        {"10", "WMI;", "A254 B4 C3"},
-        {"10", "WEP;", "C0 D6 E128 F255 J11 J0 K21"},
-        {"10", "WSO;", "A0 F4"},
-        {"10", "WOS;", "A3 B2 D8 E0 F4 G-1 J0 K3"},
-        {"10", "WFD;", "C1"},
-        {"11", "", "WBB;A0;BA\x7F WBP;A0;B0;C\x1B WBB;A0;BX/Y WMD;A1;FAX\x01/B1"},
-        {"2", "WBP;A0;B0;", "EA1//B1 GAA1,,B1 Ga1/"},
+        {"3", "", "RXX WDI|A1 IDN"},
+        {"4", "", "RBB WBB|BX RBP|A1 RMD WMD|C1 RET WFD|B00 WFD"},
+        {"5", "", "RBB|A100 RBB|A-1 RBP|A0|B10 RMD|A0 RMD|A11 WBP|A100|B0|CX RBB|A99999999999"},
+        {"6", "", "RDI|A1 RBB|A0|B1 WBB|A0|BX|GY WEP|G1 WEP|H1 WEP|I1 WEP|A1 WOS|H0 WOS|I0 WSO|G1 WMD|A1|Z1"},
+        {"6", "", "WBP|A0|B0|H1 WBP|A0|B0|GU1 WBP|A0|B0|Gk1 WFD|C|D WFD|A1|B00|C"},
+        {"7", "", "RBB|A1|A1 WBB|A0|BX|BY WBP|A0|B0|EA1;B1;C1;D1;E1;F1;G1;A1 WBP|A0|B0|Ga1;a2"},
+        {"8", "", "WBB|A0 WBP|A0|B0 WMD|A1 WMI WEP WOS WMD|A1|FAX WMD|A1|FB1 WFD|A1"},
+        {"8", "WBP|A0|B0|", "EA1;B1;C1;D1;E1;F1 FA1 GAA1,B1 GnA1,B1,C1,D1"},
+        {"9", "", "RBB|A RBB|A01 RBB|A+1 RBB|A1x WOS|A WOS|A1.0 WOS|A-0 WOS|A1;B1"},
+        {"10", "WBB|A0|", "C0 C4 D10 D-1"},
+        {"10", "WBP|A0|B0|", "D4 EA0;B1;C1;D1;E1;F1;G1 EA1;B1;C1;D1;E1;F1;G5 FA1;B1;C1;D1;E1;F5"},
+        {"10", "WBP|A0|B0|G", "a0 a129 j254 AA0,B1,C1 AA11,B1,C1 AA255,B1,C1 AA1,B21,C1 AA1,B0,C254 AA1,B1,C128"},
+        {"10", "WBP|A0|B0|GnA", "0,B1,C1,D1,E1 1,B0,C1,D1,E1 1,B1,C4,D1,E1 1,B1,C1,D128,E1 1,B1,C1,D1,E255"},
+        {"10", "WMD|A1|", "C0 C17 D2 E0 E4 FAX;B128 a0 a21 b253 c128 d4"},
+        {"10", "WMI|", "A254 B4 C3"},
+        {"10", "WEP|", "C0 D6 E128 F255 J11 J0 K21"},
+        {"10", "WSO|", "A0 F4"},
+        {"10", "WOS|", "A3 B2 D8 E0 F4 G-1 J0 K3"},
+        {"10", "WFD|", "C1"},
+        {"11", "", "WBB|A0|BA\x7F WBP|A0|B0|C\x1B WBB|A0|BX;Y WMD|A1|FAX\x01;B1"},
+        {"2", "WBP|A0|B0|", "EA1;;B1 GAA1,,B1 Ga1;"},
         // A good value does not get in when a later one is refused.
-        {"10", "", "WBB;A0;BNEW;C9 WOS;A2;K9 WBP;A0;B0;GAA1,B1,C1;D4 WMD;A1;BNEW;d0"},
+        {"10", "", "WBB|A0|BNEW|C9 WOS|A2|K9 WBP|A0|B0|GAA1,B1,C1|D4 WMD|A1|BNEW|d0"},
     };
     VirtualUnit unit(musicianContent());
     for (const auto &row : table)
@@ -172,10 +172,10 @@ TEST(Commands, EveryFieldIsReadBackAsWritten)
     {
         const char *write, *read, *fields;
     } table[] = {
-        {"WBB;A99", "RBB;A99", "BŻÓŁTY B C1 C3 D0 D9 E2 F9"},
-        {"WBP;A4;B2", "RBP;A4;B2", "CRÊVE C D0 D3 EA4/B3/C2/D1/E2/F3/G4 FA4/B3/C2/D1/E2/F3"},
-        {"WMD;A1", "RMD;A1", "BHALL C1 C16 C255 D0 D1 E1 E3 FAMIX/B0 YALAST/B255 YA/B127"},
-        {"WMD;A1", "RMD;A1", "a1 a20 b0 b127 b254 b255 c0 c127 d1 d3"},
+        {"WBB|A99", "RBB|A99", "BŻÓŁTY B C1 C3 D0 D9 E2 F9"},
+        {"WBP|A4|B2", "RBP|A4|B2", "CRÊVE C D0 D3 EA4;B3;C2;D1;E2;F3;G4 FA4;B3;C2;D1;E2;F3"},
+        {"WMD|A1", "RMD|A1", "BHALL C1 C16 C255 D0 D1 E1 E3 FAMIX;B0 YALAST;B255 YA;B127"},
+        {"WMD|A1", "RMD|A1", "a1 a20 b0 b127 b254 b255 c0 c127 d1 d3"},
         {"WMI", "RMI", "A1 A16 A255 B1 B3 C1 C2"},
         {"WEP", "REP", "C1 C3 D1 D5 E0 E127 F0 F127 J1 J10 J255 K1 K20 K255"},
         {"WSO", "RSO", "A1 A3 B3 C1 D3 E3 F1 F3"},
@@ -185,9 +185,9 @@ TEST(Commands, EveryFieldIsReadBackAsWritten)
     for (const auto &row : table)
         for (const std::string &field : words(row.fields)) {
             const std::string before = reply(unit, row.read);
-            EXPECT_EQ(reply(unit, row.write + (";" + field)), "0") << row.write << field;
+            EXPECT_EQ(reply(unit, row.write + ("|" + field)), "0") << row.write << field;
             const std::string after = reply(unit, row.read);
-            EXPECT_NE((after + wire(";")).find(wire(";" + field + ";")), std::string::npos) << row.write << field;
+            EXPECT_NE((after + wire("|")).find(wire("|" + field + "|")), std::string::npos) << row.write << field;
             EXPECT_LE(differences(before, after), 1) << row.write << field;
         }
 }
@@ -196,20 +196,20 @@ TEST(Commands, ControlChangesAreReplacedDroppedClearedOrLeft)
 {
     const std::pair<const char *, const char *> table[] = {
         // what is written, "G" of the answer afterwards
-        {"GAA1,B1,C0/BA10,B20,C127/TA2,B3,C254", ";GAA1,B1,C0/BA10,B20,C127/CA2,B3,C254"},
-        {"Gc7", ";GAA1,B1,C0/BA10,B20,C127/CA2,B3,C254/c7"},
-        {"GnA2,B2,C2,D2,E2", ";GAA1,B1,C0/BA10,B20,C127/CA2,B3,C254/c7/nA2,B2,C2,D2,E2"},
-        {"GAA99,B0,C255/BA4,B4,C4/CA1,B1,C255;D1", ";GAA4,B4,C4/c7/nA2,B2,C2,D2,E2"},
-        {"Gc255;GAA5,B5,C5", ";GAA5,B5,C5/nA2,B2,C2,D2,E2"},
-        {"Ga128/j1/nA255,B255,C3,D127,E0", ";GAA5,B5,C5/a128/j1/nA255,B255,C3,D127,E0"},
-        {"Ga255/j255/nA2,B2,C2,D2,E2", ";GAA5,B5,C5/nA2,B2,C2,D2,E2"},
-        {"G", ";GnA2,B2,C2,D2,E2"},
-        {"GAA20,B1,C255", ";GnA2,B2,C2,D2,E2"},
+        {"GAA1,B1,C0;BA10,B20,C127;TA2,B3,C254", "|GAA1,B1,C0;BA10,B20,C127;CA2,B3,C254"},
+        {"Gc7", "|GAA1,B1,C0;BA10,B20,C127;CA2,B3,C254;c7"},
+        {"GnA2,B2,C2,D2,E2", "|GAA1,B1,C0;BA10,B20,C127;CA2,B3,C254;c7;nA2,B2,C2,D2,E2"},
+        {"GAA99,B0,C255;BA4,B4,C4;CA1,B1,C255|D1", "|GAA4,B4,C4;c7;nA2,B2,C2,D2,E2"},
+        {"Gc255|GAA5,B5,C5", "|GAA5,B5,C5;nA2,B2,C2,D2,E2"},
+        {"Ga128;j1;nA255,B255,C3,D127,E0", "|GAA5,B5,C5;a128;j1;nA255,B255,C3,D127,E0"},
+        {"Ga255;j255;nA2,B2,C2,D2,E2", "|GAA5,B5,C5;nA2,B2,C2,D2,E2"},
+        {"G", "|GnA2,B2,C2,D2,E2"},
+        {"GAA20,B1,C255", "|GnA2,B2,C2,D2,E2"},
     };
     VirtualUnit unit{UnitMemory()};
     for (const auto &[fields, midi] : table) {
-        EXPECT_EQ(reply(unit, std::string("WBP;A0;B0;") + fields), "0") << fields;
-        const std::string answer = reply(unit, "RBP;A0;B0");
+        EXPECT_EQ(reply(unit, std::string("WBP|A0|B0|") + fields), "0") << fields;
+        const std::string answer = reply(unit, "RBP|A0|B0");
         EXPECT_EQ(answer.substr(std::min(answer.find("\x1DG"), answer.size())), wire(midi)) << fields;
     }
 }
@@ -219,45 +219,45 @@ TEST(Commands, EveryStatusHasATextOfItsOwn)
     std::set<std::string> texts;
     VirtualUnit unit{UnitMemory()};
     for (const int status : {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 20, 21, 22, 23, 24, -7})
-        texts.insert(reply(unit, "RET;A" + std::to_string(status)).substr(3));
+        texts.insert(reply(unit, "RET|A" + std::to_string(status)).substr(3));
     EXPECT_EQ(texts.size(), 17U);
     unit.setErrorText(-7, "<b>out</b>");
-    EXPECT_EQ(reply(unit, "RET;A-7"), wire("0;A-7;B<b>out<") + "/b>");
+    EXPECT_EQ(reply(unit, "RET|A-7"), wire("0|A-7|B<b>out</b>"));
 }
 
 TEST(Firmware, IsTakenInOrderAndInstalledByTheRestart)
 {
     const std::string full(1024, 'A');
     const std::pair<std::string, const char *> table[] = {
-        {"D", "24"},          {"A2;B00", "20"}, {"A0;B00", "20"}, {"A1;B" + full + "AA", "22"},
-        {"A1;B0", "21"},      {"A1;Baa", "21"}, {"A1;B", "21"},   {"A1;B" + full, "0"},
-        {"C", "0"},           {"A2;B00", "20"},  // the image was complete
-        {"A1;BFF", "0"},                         // a new one
-        {"A2;B00", "20"},                        // only the last chunk may be short
-        {"A1;B" + full, "0"},                    // begins again
-        {"D", "24"},          {"A3;B00", "20"}, {"A2;BAB", "0"},  {"A3;B00", "20"},
-        {"C", "0"},           {"A3;B00", "20"}, {"D", "0"},
+        {"D", "24"},          {"A2|B00", "20"}, {"A0|B00", "20"}, {"A1|B" + full + "AA", "22"},
+        {"A1|B0", "21"},      {"A1|Baa", "21"}, {"A1|B", "21"},   {"A1|B" + full, "0"},
+        {"C", "0"},           {"A2|B00", "20"},  // the image was complete
+        {"A1|BFF", "0"},                         // a new one
+        {"A2|B00", "20"},                        // only the last chunk may be short
+        {"A1|B" + full, "0"},                    // begins again
+        {"D", "24"},          {"A3|B00", "20"}, {"A2|BAB", "0"},  {"A3|B00", "20"},
+        {"C", "0"},           {"A3|B00", "20"}, {"D", "0"},
     };
     VirtualUnit unit(sample(), 40ms);
     for (const auto &[fields, status] : table)
-        EXPECT_EQ(reply(unit, "WFD;" + fields), status) << fields;
+        EXPECT_EQ(reply(unit, "WFD|" + fields), status) << fields;
 
     EXPECT_TRUE(unit.isSilent());
-    EXPECT_EQ(unit.answer(frame("1|RDI7329")), std::nullopt);
+    EXPECT_EQ(unit.answer(frame("1^RDI7329")), std::nullopt);
     while (unit.isSilent())
         std::this_thread::sleep_for(5ms);
     std::vector<std::uint8_t> image(512, 0xAA);
     image.push_back(0xAB);
     EXPECT_EQ(unit.memory().firmware, image);
-    EXPECT_EQ(reply(unit, "RDI"), wire("0;AKORA;BBENCH;C159;D25;E3;F99"));
-    EXPECT_EQ(reply(unit, "WFD;D"), "24");
+    EXPECT_EQ(reply(unit, "RDI"), wire("0|AKORA|BBENCH|C159|D25|E3|F99"));
+    EXPECT_EQ(reply(unit, "WFD|D"), "24");
 }
 
 TEST(Firmware, WithoutDataTheUnitOnlyRestarts)
 {
     VirtualUnit unit(sample(), 0ms);
-    EXPECT_EQ(reply(unit, "WFD;C"), "0");
-    EXPECT_EQ(reply(unit, "WFD;D"), "0");
+    EXPECT_EQ(reply(unit, "WFD|C"), "0");
+    EXPECT_EQ(reply(unit, "WFD|D"), "0");
     EXPECT_EQ(unit.memory(), sample());
 }
 
@@ -266,8 +266,8 @@ TEST(Firmware, TakesNoMoreThan1920Chunks)
     VirtualUnit unit(sample());
     const std::string full(1024, '0');
     for (int number = 1; number <= 1920; ++number)
-        ASSERT_EQ(reply(unit, "WFD;A" + std::to_string(number) + ";B" + full), "0");
-    EXPECT_EQ(reply(unit, "WFD;A1921;B00"), "23");
+        ASSERT_EQ(reply(unit, "WFD|A" + std::to_string(number) + "|B" + full), "0");
+    EXPECT_EQ(reply(unit, "WFD|A1921|B00"), "23");
 }
 
 TEST(Firmware, VersionIsTheChecksumOfTheImage)

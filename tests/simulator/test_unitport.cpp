@@ -11,9 +11,9 @@ namespace {
 using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
 
-const std::string readIdentity = frame("1|RDI7329");
-const std::string writeName = frame("13|WBB;A0;BFIRST9DB8");
-const std::string identity = frame("1|0;A;B;C0;D0;E0;F061B8");
+const std::string readIdentity = frame("1^RDI7329");
+const std::string writeName = frame("13^WBB|A0|BFIRST9DB8");
+const std::string identity = frame("1^0|A|B|C0|D0|E0|F061B8");
 
 /// The editor's end of the line: open for one exchange at a time, as the editor does it. `patience` is how long it
 /// waits for the first byte.
@@ -57,13 +57,13 @@ TEST(UnitPort, KeepsItsMemoryWhileUnplugged)
     EXPECT_NE(watched.revents & POLLHUP, 0);
     port.plugIn();
     port.alter([](UnitMemory &memory) { memory.deviceInfo.thirdNumber = 5; });
-    EXPECT_EQ(ask(port, readIdentity), frame("1|0;A;B;C0;D0;E5;F0ADB8"));
+    EXPECT_EQ(ask(port, readIdentity), frame("1^0|A|B|C0|D0|E5|F0ADB8"));
     EXPECT_EQ(port.memory().banks[0].name, "FIRST");
 }
 
 TEST(UnitPort, SpoilsOneExchangeAndCarriesOutTheCommandIfItAnswers)
 {
-    const std::string written = frame("13|027F6");
+    const std::string written = frame("13^027F6");
     const struct
     {
         Fault fault;
@@ -75,10 +75,10 @@ TEST(UnitPort, SpoilsOneExchangeAndCarriesOutTheCommandIfItAnswers)
         {Fault::lateAnswer(60ms), written, 60ms, "FIRST"},
         {Fault::slowBytes(5ms), written, 5ms * 8, "FIRST"},
         {Fault::noise(), "\xFF\x1C~\x03#\x1D\x7F" + written, 0ms, "FIRST"},
-        {Fault::wrongChecksum(), frame("13|027F0"), 0ms, "FIRST"},
+        {Fault::wrongChecksum(), frame("13^027F0"), 0ms, "FIRST"},
         {Fault::cutOff(), written.substr(0, 5), 0ms, "FIRST"},
         {Fault::zeroByte(), written.substr(0, 5) + '\0' + written.substr(5), 0ms, "FIRST"},
-        {Fault::errorStatus(9, "no"), frame("13|92136"), 0ms, ""},
+        {Fault::errorStatus(9, "no"), frame("13^92136"), 0ms, ""},
     };
     for (const auto &row : table) {
         UnitPort port{UnitMemory()};
@@ -98,11 +98,11 @@ TEST(UnitPort, CountsHealthyExchangesAndPassesOverTheQuestionForAnErrorText)
     port.queueFault(Fault::silence());
     port.queueFault(Fault::errorStatus(3, "x"), 0);
     port.queueFault(Fault::silence(), 0);
-    const std::string question = frame("7|RET;A33DAF");
-    const std::string text = "\x02" + wire("7|0;A3;B") + "<i>\xC3\x9C</i>3FBC\x03";
+    const std::string question = frame("7^RET|A33DAF");
+    const std::string text = "\x02" + wire("7^0|A3|B") + "<i>\xC3\x9C</i>3FBC\x03";
     const std::vector<std::pair<std::string, std::string>> exchanges = {
-        {readIdentity, identity}, {readIdentity, identity}, {readIdentity, frame("1|31A19")},
-        {question, text},         {readIdentity, ""},       {readIdentity, frame("1|31A19")},
+        {readIdentity, identity}, {readIdentity, identity}, {readIdentity, frame("1^31A19")},
+        {question, text},         {readIdentity, ""},       {readIdentity, frame("1^31A19")},
         {question, ""},           {readIdentity, identity},
     };
     for (const auto &[request, response] : exchanges)
@@ -120,7 +120,7 @@ TEST(UnitPort, WhatTheEditorDoesNotReadIsLostWhenItCloses)
             std::this_thread::sleep_for(20ms);
         }
         std::this_thread::sleep_for(100ms);
-        EXPECT_EQ(ask(port, frame("9|RMIE2CE")), frame("9|0;A255;B1;C18D94"));
+        EXPECT_EQ(ask(port, frame("9^RMIE2CE")), frame("9^0|A255|B1|C18D94"));
     }
 }
 

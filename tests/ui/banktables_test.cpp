@@ -1,21 +1,15 @@
-#include "controller/devicecontroller.h"
-#include "simulator/unitport.h"
 #include "support/wire.h"
+#include "ui/editor.h"
 #include "ui/tabfootswitchfunction.h"
 #include "ui/tabloops.h"
 #include "ui/tabswitch.h"
 #include "ui/tabwahpads.h"
 
 #include <QApplication>
-#include <QComboBox>
 #include <QLineEdit>
-#include <QPushButton>
 #include <QSignalSpy>
-#include <QTableWidget>
-#include <QTest>
-#include <QThread>
+#include <QTimer>
 
-#include <gtest/gtest.h>
 #include <memory>
 #include <string>
 #include <vector>
@@ -354,54 +348,56 @@ TEST(Boxes, SendOtherValuesThanTheStoredOne)
     }
 }
 
-TEST(OnAUnit, AChangeArrivesAndFastClicksEndOnTheShownBank)
+// --- From the cells to the unit
+
+TEST_F(Editor, EachCellChangesItsOwnFieldOfTheUnit)
 {
-    using Controller = DeviceController;
-    UnitPort unit;
-    Stage onFunctions(functions);
-    Stage onLoops(loops);
-    QThread worker;
-    Controller controller([&] { return QStringList(QString::fromStdString(unit.location())); });
-    int answers = 0;
-    QSet<QString> shown;  // the bank names that came up
-    const auto expectAnswers = [&](int count) {
-        EXPECT_TRUE(QTest::qWaitFor([&] { return answers >= count; }, 10000));
-        answers = 0;
-    };
-
-    QObject::connect(&worker, &QThread::started, &controller, &Controller::searchDevice);
-    for (const Stage *stage : {&onLoops, &onFunctions}) {
-        BankTable *const tab = stage->tab.get();
-        QObject::connect(&controller, &Controller::found, tab, &BankTable::loadDataFromDevice);
-        QObject::connect(tab, &BankTable::getBankAndPresetData, &controller, &Controller::getBankAndPresetData);
-        QObject::connect(&controller, &Controller::gotBankAndPresetData, tab, &BankTable::gotBankAndPresetData);
-        QObject::connect(tab, &BankTable::changeBankNameSignal, &controller, &Controller::changeBankName);
-    }
-    QObject::connect(&controller, &Controller::gotBankAndPresetData, &onFunctions.window, [&] {
-        shown << onFunctions.edit(1, 3)->text();
-        ++answers;
+    unit.alter([](UnitMemory &memory) {
+        memory.banks[0] = BankData("HOME", WahPadAction::Add, 1, WahPadAction::Add, 2);
+        memory.presets[0].fill(PresetData());
     });
-    controller.moveToThread(&worker);
-    worker.start();
-    expectAnswers(1);
+    click("pushButton_presetsTab");
+    const struct
+    {
+        QString table;
+        int row, column;
+        QString item, request;
+    } changes[] = {
+        {"loops", 1, 4, "ON", "WBP|A0|B0|EA1;B2;C2;D2;E2;F2;G2|D0"},
+        {"loops", 10, 10, "ON", "WBP|A0|B9|EA2;B2;C2;D2;E2;F2;G1|D0"},
+        {"switch", 2, 4, "ON", "WBP|A0|B1|FA1;B2;C2;D2;E2;F2|D0"},
+        {"footswitchFunction", 10, 2, "M - MIDI MODIFIER", "WBP|A0|B9|D3"},
+        {"wahPads", 3, 3, "TURN LOOP ON", "WBB|A0|C2"},
+        {"wahPads", 4, 4, "9: ", "WBB|A0|F9"},
+    };
+    for (int arrow : {0, 11}) {  // reads the bank anew
+        cell<QPushButton>("footswitchFunction", arrow, 0).click();
+        requests();
+    }
+    for (const auto &change : changes) {
+        choose(cell<QComboBox>(change.table, change.row, change.column), change.item);
+        EXPECT_EQ(requests(), std::vector{wire(change.request.toStdString())});
+    }
+    const UnitMemory memory = unit.memory();
+    EXPECT_EQ(memory.presets[0][9].loops[5], LoopType::On);
+    EXPECT_EQ(memory.presets[0][1].switches[0], SwitchType::On);
+    EXPECT_EQ(memory.banks[0], BankData("HOME", WahPadAction::TurnLoopOn, 1, WahPadAction::Add, 9));
+}
 
-    type(onLoops.edit(1, 2), QString::fromUtf16(u"ÉTUDE <i>\"7\"</i>"));
-    expectAnswers(1);
-    EXPECT_EQ(onFunctions.edit(9, 3)->text(), QString::fromUtf16(u"ÉTUDE <i>\"7\"</i>"));
-    EXPECT_EQ(unit.memory().banks[0].name, "\xC3\x89TUDE <i>\"7\"</i>");
-
-    shown.clear();
+TEST_F(Editor, FastClicksEndOnTheShownBankWithoutThoseOnTheWay)
+{
+    auto &name = cell<QLineEdit>("footswitchFunction", 1, 3);
+    QSet<QString> shown;
+    QTimer watch;
+    QObject::connect(&watch, &QTimer::timeout, [&] { shown << name.text(); });
+    watch.start(0);
     for (int i = 0; i < 30; ++i)
-        onFunctions.clickUp();
-    expectAnswers(30);
-    EXPECT_EQ(shown.size(), 2) << "none of the banks on the way";
-    EXPECT_EQ(onFunctions.edit(1, 0)->text(), "30");
-    EXPECT_EQ(onFunctions.edit(1, 3)->text(), "ENCORE");
-    EXPECT_EQ(onFunctions.box(7, 2)->currentIndex(), 2);
-    EXPECT_EQ(onLoops.edit(1, 2)->text(), QString::fromUtf16(u"ÉTUDE <i>\"7\"</i>")) << "stands on its own bank";
-    worker.requestInterruption();
-    worker.quit();
-    worker.wait();
+        cell<QPushButton>("footswitchFunction", 0, 0).click();
+    EXPECT_TRUE(settles());
+    EXPECT_EQ(shown, QSet<QString>({"OPENING SET", "ENCORE"}));
+    EXPECT_EQ(cell<QLineEdit>("footswitchFunction", 1, 0).text(), "30");
+    EXPECT_EQ(cell<QComboBox>("footswitchFunction", 7, 2).currentIndex(), 2);
+    EXPECT_EQ(cell<QLineEdit>("loops", 1, 2).text(), QString::fromStdString(unit.memory().banks[0].name));
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QListView>
 #include <QPushButton>
+#include <QTableWidget>
 #include <QTest>
 
 #include <functional>
@@ -38,6 +39,13 @@ protected:
         auto *const found = window.findChild<Widget *>(name);
         if (!found) throw std::runtime_error("no widget " + name.toStdString());
         return *found;
+    }
+
+    /// The widget in a cell of "tableWidget_" + `table`.
+    template <typename Widget>
+    Widget &cell(const QString &table, int row, int column) const
+    {
+        return dynamic_cast<Widget &>(*find<QTableWidget>("tableWidget_" + table).cellWidget(row, column));
     }
 
     QString status() const { return find<QLabel>("label_deviceStatus").text(); }

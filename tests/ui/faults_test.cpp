@@ -4,7 +4,6 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QTableWidget>
 #include <QTemporaryDir>
 #include <QTimer>
 
@@ -150,9 +149,8 @@ TEST_P(Faults, InAChange)
 
 TEST_P(Faults, InTheMiddleOfABank)
 {
-    const auto &table = find<QTableWidget>("tableWidget_footswitchFunction");
-    const auto lastName = [&] { return qobject_cast<QLineEdit *>(table.cellWidget(10, 4))->text(); };
-    const auto page = [&](int arrowRow) { qobject_cast<QPushButton *>(table.cellWidget(arrowRow, 0))->click(); };
+    const auto lastName = [this] { return cell<QLineEdit>("footswitchFunction", 10, 4).text(); };
+    const auto page = [this](int arrowRow) { cell<QPushButton>("footswitchFunction", arrowRow, 0).click(); };
     const QString nameOfBank0 = lastName();
     unit.alter([](UnitMemory &memory) { memory.presets[1][9].name = "Encore"; });
     observe = [this] {

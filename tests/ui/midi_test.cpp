@@ -9,7 +9,6 @@
 #include <QApplication>
 #include <QDesktopServices>
 #include <QLineEdit>
-#include <QMouseEvent>
 #include <QTableWidget>
 #include <QTextBrowser>
 #include <QTimer>
@@ -394,7 +393,7 @@ TEST_F(Tabs, DialogsLeaveNothingBehind)
     EXPECT_EQ(QApplication::allWidgets().size(), widgets);
 }
 
-// --- Names, dragging and links
+// --- Names and links
 
 TEST(NameButtons, ShowMarkupAndAmpersandsAsTheyAre)
 {
@@ -408,28 +407,6 @@ TEST(NameButtons, ShowMarkupAndAmpersandsAsTheyAre)
     shown.resize(200, 38);
     escaped.resize(200, 38);
     EXPECT_EQ(shown.grab().toImage(), escaped.grab().toImage());
-}
-
-TEST(FramelessDialogs, AreDraggedByTheirTopSixtyPixels)
-{
-    DataFromDevice model;
-    AboutWindow about;
-    MidiEditorWindow editor(&model, 0, 0, 0, nullptr);
-    for (QDialog *const dialog : std::initializer_list<QDialog *>{&about, &editor}) {
-        const auto mouse = [&](QEvent::Type type, const QPoint &point) {
-            QMouseEvent event(type, point, dialog->mapToGlobal(point), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
-            QCoreApplication::sendEvent(dialog, &event);
-            return dialog->pos();
-        };
-        dialog->move(100, 100);
-        EXPECT_EQ(mouse(QEvent::MouseMove, {5, 5}), QPoint(100, 100)) << "before a press";
-        mouse(QEvent::MouseButtonPress, {10, 60});
-        EXPECT_EQ(mouse(QEvent::MouseMove, {40, 80}), QPoint(100, 100)) << "pressed below the band";
-        mouse(QEvent::MouseButtonPress, {10, 59});
-        EXPECT_EQ(mouse(QEvent::MouseMove, {40, 80}), QPoint(130, 121));
-        mouse(QEvent::MouseButtonRelease, {10, 59});
-        EXPECT_EQ(mouse(QEvent::MouseMove, {0, 0}), QPoint(130, 121)) << "after the release";
-    }
 }
 
 /// Takes the place of the desktop's browser and mail program.
@@ -460,24 +437,22 @@ TEST(AboutDialog, OpensItsLinksThroughTheDesktop)
 
 TEST_F(Editor, DefinesADeviceAndLetsAPresetSendToIt)
 {
-    const auto &devices = find<QTableWidget>("tableWidget_midiDevices");
-    const auto &midi = find<QTableWidget>("tableWidget_midi");
-    EXPECT_EQ(cell<QPushButton>(midi, 1, 5)->text(), "HALLRÄUME");
-    answer<ControllerListWindow>(cell<QPushButton>(devices, 9, 4), ok, [](ControllerListWindow &dialog) {
+    EXPECT_EQ(cell<QPushButton>("midi", 1, 5).text(), "HALLRÄUME");
+    answer<ControllerListWindow>(&cell<QPushButton>("midiDevices", 9, 4), ok, [](ControllerListWindow &dialog) {
         const QTableWidget &table = *dialog.findChild<QTableWidget *>();
         for (const int row : {0, 4}) {
-            cell<QLineEdit>(table, row, 1)->setText(row ? "ROTOR" : "VOLUME");
-            cell<QComboBox>(table, row, 2)->setCurrentIndex(row ? 80 : 7);
+            ::cell<QLineEdit>(table, row, 1)->setText(row ? "ROTOR" : "VOLUME");
+            ::cell<QComboBox>(table, row, 2)->setCurrentIndex(row ? 80 : 7);
         }
     });
-    EXPECT_TRUE(becomes([&] { return cell<QComboBox>(devices, 9, 5)->itemText(4) == "ROTOR"; }));
+    EXPECT_TRUE(becomes([&] { return cell<QComboBox>("midiDevices", 9, 5).itemText(4) == "ROTOR"; }));
     MidiDevice organ = musicianContent().midiDevices[9];
     organ.controllers[0] = {"VOLUME", 7};
     organ.controllers[4] = {"ROTOR", 80};
     EXPECT_EQ(unit.memory().midiDevices[9], organ);
 
     requests();
-    answer<MidiEditorWindow>(cell<QPushButton>(midi, 1, 13), ok, [](MidiEditorWindow &dialog) {
+    answer<MidiEditorWindow>(&cell<QPushButton>("midi", 1, 13), ok, [](MidiEditorWindow &dialog) {
         pick(dialog, {{Program, 12}, {Value, 100}, {Value + 1, 129}, {PedalController, 1}});
         pick(dialog, {{Characteristic, 2}, {ToeUp, 10}, {ToeDown, 110}});
     });
@@ -492,7 +467,7 @@ TEST_F(Editor, DefinesADeviceAndLetsAPresetSendToIt)
 
     // The next edit finds room for new messages, although the list sent before
     // was full.
-    answer<MidiEditorWindow>(cell<QPushButton>(midi, 1, 5), ok, [](MidiEditorWindow &dialog) {
+    answer<MidiEditorWindow>(&cell<QPushButton>("midi", 1, 5), ok, [](MidiEditorWindow &dialog) {
         pick(dialog, {{Value + 2, 77}});
     });
     EXPECT_TRUE(settles());

@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QTableWidget>
 #include <QTimer>
 
 #include <random>
@@ -53,16 +52,10 @@ protected:
             ASSERT_TRUE(settles());
         }
         for (const int arrowRow : {0, 11}) {  // to bank 1 and back
-            cell<QPushButton>("footswitchFunction", arrowRow, 0)->click();
+            cell<QPushButton>("footswitchFunction", arrowRow, 0).click();
             ASSERT_TRUE(settles());
         }
         ASSERT_TRUE(becomes([this] { return isConnected(); }) && settles());
-    }
-
-    template <typename Widget>
-    Widget *cell(const QString &table, int row, int column) const
-    {
-        return qobject_cast<Widget *>(find<QTableWidget>("tableWidget_" + table).cellWidget(row, column));
     }
 
     /// One random choice in a random box, or one random name.
@@ -124,10 +117,10 @@ protected:
             shows(QString("switchOut%1").arg(number), position(memory.switchOuts.switchOuts[std::size_t(number - 1)]));
 
         const auto text = [this](const QString &table, int row, int column) {
-            return cell<QLineEdit>(table, row, column)->text().toStdString();
+            return cell<QLineEdit>(table, row, column).text().toStdString();
         };
         const auto index = [this](const QString &table, int row, int column) {
-            return cell<QComboBox>(table, row, column)->currentIndex();
+            return cell<QComboBox>(table, row, column).currentIndex();
         };
         EXPECT_EQ(text("wahPads", 3, 1), memory.banks[0].name);
         EXPECT_EQ(index("wahPads", 3, 3), position(memory.banks[0].wahPad1Action));
