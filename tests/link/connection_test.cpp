@@ -6,6 +6,7 @@
 #include <QThread>
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 using namespace std::string_literals;
@@ -128,7 +129,7 @@ TEST(Connection, StaysOpenAfterASendingTimeout)
     EXPECT_EQ(failureOf(send), "Sending timeout");
 }
 
-TEST(Connection, FailsOnAPortThatAnotherOneHolds)
+TEST(Connection, FailsOnAPortThatAnotherOneHoldsOrThatIsForbidden)
 {
     const UnitPort unit;
     Connection holder = connectionTo(unit.location());
@@ -138,4 +139,11 @@ TEST(Connection, FailsOnAPortThatAnotherOneHolds)
     EXPECT_EQ(other.getError(), QSerialPort::PermissionError);
     holder.closeConnection();
     EXPECT_TRUE(answerOn(other).ends_with('\x03'));
+
+    const uid_t user = ::geteuid();
+    ASSERT_EQ(::chmod(unit.location().c_str(), 0), 0);
+    ASSERT_EQ(::seteuid(user == 0 ? 65534 : user), 0);  // nobody: the superuser may open everything
+    EXPECT_EQ(failureOf([&] { answerOn(other); }), timedOut);
+    EXPECT_EQ(other.getError(), QSerialPort::PermissionError);
+    ASSERT_EQ(::seteuid(user), 0);
 }

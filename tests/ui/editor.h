@@ -18,10 +18,11 @@ class Editor : public testing::Test
 {
 protected:
     UnitPort unit{musicianContent(), std::chrono::milliseconds(50)};
-    MainWindow window{[this] {
+    PortLister unitsPort = [this] {
         const std::string location = unit.location();
         return location.empty() ? QStringList() : QStringList(QString::fromStdString(location));
-    }};
+    };
+    MainWindow window{unitsPort};
 
     void SetUp() override
     {

@@ -118,6 +118,31 @@ TEST_F(Editor, ARefusalIsShownInTheUnitsOwnWordsAsPlainText)
     EXPECT_EQ(keyboard.currentText(), stored);
 }
 
+TEST_F(Editor, ASecondEditorOnThePortGetsOnWithTheFirst)
+{
+    MainWindow second(unitsPort);
+    second.show();
+    const auto bothConnected = [&] {
+        return isConnected() && second.findChild<QLabel *>("label_deviceStatus")->text() == status();
+    };
+    ASSERT_TRUE(becomes(bothConnected));
+    auto *const secondPage = second.findChild<QPushButton *>("pushButton_settingsTab");
+    auto *const secondBox = second.findChild<QComboBox *>("comboBox_clickProtection");
+    for (int round = 0; round < 10; ++round) {  // the one that finds the port held searches until it is free
+        click("pushButton_settingsTab");
+        secondPage->click();
+        QTest::qWait(round);
+    }
+    ASSERT_TRUE(becomes([&] { return bothConnected() && settles() && bothConnected(); }));
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+    choose(*secondBox, secondBox->currentText() == "LOW" ? "HIGH" : "LOW");
+    EXPECT_TRUE(settles());
+    click("pushButton_settingsTab");
+    EXPECT_TRUE(
+        becomes([&] { return find<QComboBox>("comboBox_clickProtection").currentText() == secondBox->currentText(); }));
+    second.close();
+}
+
 TEST_F(Editor, MenuOffersTheUpgradeAndThreeEmptySubmenus)
 {
     window.move(-600, 0);  // the menu would be moved to stay on the small screen of the offscreen platform
