@@ -60,7 +60,7 @@ QPushButton *BankTable::addArrow(const QString &icon, const QString &name)
     auto *arrow = new QPushButton;
     arrow->resize(table->columnWidth(bankColumn), table->verticalHeader()->defaultSectionSize());
     arrow->setStyleSheet(QStringLiteral("border-radius: 5;\n"));
-    look::makeIconButton(arrow, icon, arrow->size(), name);
+    look::makeIconButton(arrow, QIcon(icon), arrow->size(), name);
     connect(arrow, &QPushButton::clicked, this, &BankTable::changeBank);
     return arrow;
 }

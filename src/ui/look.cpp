@@ -167,9 +167,9 @@ QStringList numberTexts(int first, int last)
     return texts;
 }
 
-void makeIconButton(QAbstractButton *button, const QString &icon, const QSize &iconSize, const QString &name)
+void makeIconButton(QAbstractButton *button, const QIcon &icon, const QSize &iconSize, const QString &name)
 {
-    button->setIcon(QIcon(icon));
+    button->setIcon(icon);
     button->setIconSize(iconSize);
     button->setToolTip(name);
     button->setAccessibleName(name);

@@ -3,6 +3,7 @@
 #include "model/enumerations.h"
 
 #include <QFont>
+#include <QIcon>
 #include <QPalette>
 #include <QString>
 #include <QStringList>
@@ -61,7 +62,7 @@ QComboBox *makeComboBox(const QStringList &items, const QString &background = ce
 /// "0" to the largest, as texts.
 QStringList numberTexts(int first, int last);
 /// A button with an icon alone: `name` is its tool tip and accessible name.
-void makeIconButton(QAbstractButton *button, const QString &icon, const QSize &iconSize, const QString &name);
+void makeIconButton(QAbstractButton *button, const QIcon &icon, const QSize &iconSize, const QString &name);
 
 struct Column
 {

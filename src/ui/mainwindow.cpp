@@ -115,8 +115,7 @@ bool MainWindow::isConnected() const { return ui.label_deviceStatus->text() == c
 
 void MainWindow::showDisconnected()
 {
-    look::makeIconButton(ui.pushButton_connection, QStringLiteral(":/images/usb-red.png"), {36, 36},
-                         tr("No unit found: help"));
+    look::makeIconButton(ui.pushButton_connection, plugRed, {36, 36}, tr("No unit found: help"));
     ui.label_deviceStatus->setText(disconnectedText());
     ui.label_deviceFirmware->clear();
 }
@@ -127,8 +126,7 @@ void MainWindow::deviceFound(DataFromDevice *newData)
     // them has found a unit, the next one is already letting it go again.
     if (--pendingSearches > 0) return;
     pendingSearches = 0;
-    look::makeIconButton(ui.pushButton_connection, QStringLiteral(":/images/usb-green.png"), {36, 36},
-                         tr("The unit is connected"));
+    look::makeIconButton(ui.pushButton_connection, plugGreen, {36, 36}, tr("The unit is connected"));
     ui.label_deviceStatus->setText(connectedText());
     data = newData;
     if (const auto info = data->deviceInfo.load())

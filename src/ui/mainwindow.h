@@ -8,6 +8,7 @@
 #include "ui/mainwindowform.h"
 #include "ui/windowdrag.h"
 
+#include <QIcon>
 #include <QMainWindow>
 #include <QString>
 #include <QThread>
@@ -169,6 +170,8 @@ private:
     QVector<QPushButton *> pageButtons;
     QVector<QPushButton *> subTabButtons;
     QMenu *menu = nullptr;
+    const QIcon plugGreen{QStringLiteral(":/images/usb-green.png")};
+    const QIcon plugRed{QStringLiteral(":/images/usb-red.png")};
     std::unique_ptr<TabFootswitchFunction> tabFootswitchFunction;
     std::unique_ptr<TabLoops> tabLoops;
     std::unique_ptr<TabSwitch> tabSwitch;

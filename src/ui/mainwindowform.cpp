@@ -85,7 +85,7 @@ MainWindowForm::MainWindowForm(QMainWindow *window) : body(new QWidget(window))
 void MainWindowForm::makeTopBand()
 {
     pushButton_logo = makePlainButton(body, "pushButton_logo", {16, 10, 210, 68}, QStringLiteral("transparent"));
-    look::makeIconButton(pushButton_logo, QStringLiteral(":/images/logo.png"), {200, 64},
+    look::makeIconButton(pushButton_logo, QIcon(QStringLiteral(":/images/logo.png")), {200, 64},
                          QObject::tr("About this program"));
 
     pushButton_connection =
@@ -103,10 +103,11 @@ void MainWindowForm::makeTopBand()
     pushButton_menu->setIconSize({18, 18});
 
     pushButton_minimizeWindow = makePlainButton(body, "pushButton_minimizeWindow", {1236, 30, 32, 32}, look::pageColor);
-    look::makeIconButton(pushButton_minimizeWindow, QStringLiteral(":/images/minimize.png"), {16, 16},
+    look::makeIconButton(pushButton_minimizeWindow, QIcon(QStringLiteral(":/images/minimize.png")), {16, 16},
                          QObject::tr("Minimise"));
     pushButton_closeWindow = makePlainButton(body, "pushButton_closeWindow", {1274, 30, 32, 32}, look::rejectColor);
-    look::makeIconButton(pushButton_closeWindow, QStringLiteral(":/images/close.png"), {16, 16}, QObject::tr("Close"));
+    look::makeIconButton(pushButton_closeWindow, QIcon(QStringLiteral(":/images/close.png")), {16, 16},
+                         QObject::tr("Close"));
 }
 
 void MainWindowForm::makePageBar()

@@ -74,7 +74,7 @@ QPushButton *PreviewWidget::addArrow(const QString &icon, const QString &name, i
 {
     auto *arrow = new QPushButton(this);
     arrow->setStyleSheet(look::plainButtonStyle(look::pageColor));
-    look::makeIconButton(arrow, icon, QSize(30, 30), name);
+    look::makeIconButton(arrow, QIcon(icon), QSize(30, 30), name);
     connect(arrow, &QPushButton::clicked, this, [this, step] { page(step); });
     return arrow;
 }

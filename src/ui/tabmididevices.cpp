@@ -155,8 +155,7 @@ void TabMidiDevices::showDevice(int row, const MidiDevice &device)
 void TabMidiDevices::showSendCCFirst(int row, bool on)
 {
     QPushButton *const button = sendCCFirstButtons[row];
-    button->setIcon(QIcon(on ? QStringLiteral(":/images/checkbox_checked.png")
-                             : QStringLiteral(":/images/checkbox_unchecked.png")));
+    button->setIcon(on ? checkedIcon : uncheckedIcon);
     button->setAccessibleName(tr("Send CC first, MIDI device %1: %2").arg(row + 1).arg(on ? tr("on") : tr("off")));
 }
 

@@ -3,6 +3,7 @@
 #include "controller/metatypes.h"
 #include "model/datafromdevice.h"
 
+#include <QIcon>
 #include <QObject>
 #include <QString>
 #include <QVector>
@@ -76,6 +77,8 @@ private:
 
     QTableWidget *table;
     DataFromDevice *data = nullptr;
+    const QIcon checkedIcon{QStringLiteral(":/images/checkbox_checked.png")};
+    const QIcon uncheckedIcon{QStringLiteral(":/images/checkbox_unchecked.png")};
     // by row
     QVector<QLineEdit *> names;
     QVector<QPushButton *> sendCCFirstButtons;
