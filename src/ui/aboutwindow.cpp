@@ -64,6 +64,9 @@ QLabel *AboutWindow::makeRichLabel(const QString &objectName, const QString &tex
     label->setTextFormat(Qt::RichText);
     label->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
     label->setAlignment(alignment);
+    label->setStyleSheet(QStringLiteral("QLabel { border: 1px solid transparent; }\n"
+                                        "QLabel:focus { border: 1px solid %1; }")
+                             .arg(look::focusColor));
     return label;
 }
 

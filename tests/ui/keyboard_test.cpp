@@ -1,5 +1,9 @@
+#include "ui/aboutwindow.h"
+#include "ui/controllerlistwindow.h"
 #include "ui/editor.h"
+#include "ui/installdriverswindow.h"
 #include "ui/look.h"
+#include "ui/midieditorwindow.h"
 #include "ui/previewwidget.h"
 
 #include <QLineEdit>
@@ -42,6 +46,34 @@ bool isEditor(const QWidget *widget)
            qobject_cast<const QAbstractButton *>(widget) || qobject_cast<const PreviewWidget *>(widget);
 }
 
+/// What Tab reaches from a widget until it comes back there.
+QVector<QWidget *> walkFrom(QWidget *start)
+{
+    start->setFocus();
+    QVector<QWidget *> reached;
+    do {
+        if (!reached.contains(QApplication::focusWidget())) reached << QApplication::focusWidget();
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    } while (QApplication::focusWidget() != start && reached.size() < 1000);
+    return reached;
+}
+
+void expectNameAndVisibleFocus(QWidget *widget)
+{
+    const auto *const button = qobject_cast<QAbstractButton *>(widget);
+    const auto *const label = qobject_cast<QLabel *>(widget);
+    const bool saysItself = (button && !button->text().isEmpty()) || (label && !label->text().isEmpty());
+    const std::string what = widget->accessibleName().toStdString() + '/' + widget->objectName().toStdString();
+    EXPECT_FALSE(widget->accessibleName().isEmpty() && !saysItself) << what;
+
+    // Of an edit only the frame, since its cursor would tell the two apart as well.
+    const QRect edge(0, 0, widget->width(), qobject_cast<QLineEdit *>(widget) ? 4 : widget->height());
+    widget->clearFocus();
+    const QImage without = widget->grab(edge).toImage();
+    widget->setFocus(Qt::TabFocusReason);
+    EXPECT_NE(widget->grab(edge).toImage(), without) << what;
+}
+
 class Keyboard : public Editor
 {
 protected:
@@ -74,18 +106,7 @@ protected:
         return editors;
     }
 
-    /// What Tab reaches from the logo until it comes back there.
-    QVector<QWidget *> walk()
-    {
-        QWidget *const start = &find<QPushButton>("pushButton_logo");
-        start->setFocus();
-        QVector<QWidget *> reached;
-        do {
-            reached << QApplication::focusWidget();
-            QTest::keyClick(reached.last(), Qt::Key_Tab);
-        } while (QApplication::focusWidget() != start && reached.size() < 1000);
-        return reached;
-    }
+    QVector<QWidget *> walk() { return walkFrom(&find<QPushButton>("pushButton_logo")); }
 };
 
 }  // namespace
@@ -128,18 +149,69 @@ TEST_F(Keyboard, EveryEditorHasANameAndShowsItsFocus)
 {
     for (const Page &page : pages) {
         open(page);
-        for (QWidget *const widget : walk()) {
-            auto *const button = qobject_cast<QAbstractButton *>(widget);
-            const bool saysItself = button && !button->text().isEmpty();
-            const std::string what = widget->accessibleName().toStdString() + '/' + widget->objectName().toStdString();
-            EXPECT_FALSE(widget->accessibleName().isEmpty() && !saysItself) << page.page << ": " << what;
+        SCOPED_TRACE(page.page);
+        for (QWidget *const widget : walk())
+            expectNameAndVisibleFocus(widget);
+    }
+}
 
-            // Of an edit only the frame, since its cursor would tell the two apart as well.
-            const QRect edge(0, 0, widget->width(), qobject_cast<QLineEdit *>(widget) ? 4 : widget->height());
-            widget->clearFocus();
-            const QImage without = widget->grab(edge).toImage();
-            widget->setFocus(Qt::TabFocusReason);
-            EXPECT_NE(widget->grab(edge).toImage(), without) << page.page << ": " << what;
+TEST(KeyboardInDialogs, TabReachesEverythingEnterAcceptsAndEscapeRejects)
+{
+    MidiDevice device;
+    QStringList controllers;
+    QStringList values;
+    for (int number = 1; number <= controllerCount; ++number) {
+        device.controllers[static_cast<std::size_t>(number - 1)] = {"CC" + std::to_string(number), 7};
+        for (const char *what : {"Name", "Number"})
+            controllers << QString("%1 of controller %2").arg(what).arg(number);
+        values << QString("Value of CC%1").arg(number);
+    }
+    DataFromDevice model;
+    model.midiDevices[0] = std::make_shared<MidiDevice>(device);
+    model.presetData[0][0] = std::make_shared<PresetData>();
+    const QStringList choices{"comboBox_programChangeNumber", "comboBox_controllers", "comboBox_characteristic",
+                              "comboBox_toeUpValue", "comboBox_toeDownValue"};
+    const QStringList answers{"pushButton_ok", "pushButton_cancel"};
+    AboutWindow about;
+    InstallDriversWindow drivers;
+    ControllerListWindow list(&model, 0, nullptr);
+    MidiEditorWindow editor(&model, 0, 0, 0, nullptr);
+    const struct
+    {
+        QDialog *dialog;
+        QStringList stops;
+        QString enterAt;
+        int onEnter;
+    } cases[] = {
+        {&about,
+         {"pushButton_closeWindow", "pushButton_logo", "label_about", "label_footer"},
+         "label_footer",
+         QDialog::Rejected},
+        {&drivers,
+         {"pushButton_closeWindow", "pushButton_installDrivers"},
+         "pushButton_closeWindow",
+         QDialog::Rejected},
+        {&list, controllers + answers, "pushButton_ok", QDialog::Accepted},
+        {&editor, choices + values + answers, "comboBox_programChangeNumber", QDialog::Accepted},
+    };
+    for (const auto &[dialog, stops, enterAt, onEnter] : cases) {
+        dialog->show();
+        QApplication::setActiveWindow(dialog);
+        ASSERT_TRUE(QTest::qWaitForWindowActive(dialog));
+        QStringList reached;
+        for (QWidget *const widget : walkFrom(QApplication::focusWidget())) {
+            reached << (widget->objectName().isEmpty() ? widget->accessibleName() : widget->objectName());
+            expectNameAndVisibleFocus(widget);
         }
+        EXPECT_EQ(reached.join('\n').toStdString(), stops.join('\n').toStdString());
+        const auto resultOf = [shown = dialog](Qt::Key key, QWidget *focused) {
+            shown->show();
+            shown->setResult(-1);
+            focused->setFocus();
+            QTest::keyClick(focused, key);
+            return shown->isVisible() ? -1 : shown->result();
+        };
+        EXPECT_EQ(resultOf(Qt::Key_Escape, dialog->findChild<QWidget *>(enterAt)), QDialog::Rejected);
+        EXPECT_EQ(resultOf(Qt::Key_Return, dialog->findChild<QWidget *>(enterAt)), onEnter);
     }
 }
