@@ -11,6 +11,7 @@ struct Change
     std::string request;
 };
 
+/// Of the global settings only one of each kind: what each of them sends is tested with its box in the window.
 const Change changes[] = {
     {[](C &c) { c.changeBankName("A\x1D\x7F NÄME", 4); }, "WBB|A4|BA NÄME"},
     {[](C &c) { c.changePresetWahPad1(4, WahPadAction::Add); }, "WBB|A4|C1"},
@@ -45,23 +46,9 @@ const Change changes[] = {
      },
      "WMD|A10|FAN;B7|GAN;B7|HAN;B7|IAN;B7|JAN;B7|KAN;B7|LAN;B7|MAN;B7|NAN;B7|OAN;B7|PAN;B7|QAN;B7|RAN;B7|SAN;B7"
      "|TAN;B7|UAN;B7|VAN;B7|WAN;B7|XAN;B7|YAÄ;B255"},
-    {[](C &c) { c.changeBankPresetChangeMode(BankPresetChangeMode::Direct); }, "WOS|A1"},
-    {[](C &c) { c.changeRecallUserBanksOnly(false); }, "WOS|B0"},
-    {[](C &c) { c.changeOneTimeMidiModeSend(true); }, "WOS|C1"},
-    {[](C &c) { c.changeWahPad1(WahPadSetting::Inactive); }, "WOS|D7"},
-    {[](C &c) { c.changeWahPad2(WahPadSetting::Loop6); }, "WOS|E6"},
-    {[](C &c) { c.changeClickProtection(ClickProtection::High); }, "WOS|F3"},
-    {[](C &c) { c.changeLoopsSplit(true); }, "WOS|G1"},
     {[](C &c) { c.changeKeyboardType(KeyboardType::Azerty); }, "WOS|J2"},
-    {[](C &c) { c.changePresetChangeName(PresetChangeName::PresetOnly); }, "WOS|K2"},
     {[](C &c) { c.changeChannel(511); }, "WMI|A255"},
-    {[](C &c) { c.changePCFunction(MidiInPCFunction::Bank1To10); }, "WMI|B2"},
-    {[](C &c) { c.changeCCFunction(MidiInCCFunction::Unused); }, "WMI|C1"},
-    {[](C &c) { c.changeCharacteristic(ExpressionPedalCharacteristic::FastSlow); }, "WEP|C1"},
-    {[](C &c) { c.changePeriod(ExpressionPedalPeriod::Ms64); }, "WEP|D5"},
     {[](C &c) { c.changeToeUp(256 + 99); }, "WEP|E99"},
-    {[](C &c) { c.changeToeDown(1); }, "WEP|F1"},
-    {[](C &c) { c.changeMidiDeviceNumber(10); }, "WEP|J10"},
     {[](C &c) { c.changeControllerNumber(255); }, "WEP|K255"},
     {[](C &c) { c.changeSwitchOut(SwitchOutSetting::Momentary, 6); }, "WSO|F3"},
 };

@@ -1,4 +1,3 @@
-#include "support/wire.h"
 #include "ui/editor.h"
 #include "ui/tabfootswitchfunction.h"
 #include "ui/tabloops.h"
@@ -346,42 +345,6 @@ TEST(Boxes, SendOtherValuesThanTheStoredOne)
         box->setCurrentIndex(c.stored);
         EXPECT_EQ(stage.takeSent(), nothing);
     }
-}
-
-// --- From the cells to the unit
-
-TEST_F(Editor, EachCellChangesItsOwnFieldOfTheUnit)
-{
-    unit.alter([](UnitMemory &memory) {
-        memory.banks[0] = BankData("HOME", WahPadAction::Add, 1, WahPadAction::Add, 2);
-        memory.presets[0].fill(PresetData());
-    });
-    click("pushButton_presetsTab");
-    const struct
-    {
-        QString table;
-        int row, column;
-        QString item, request;
-    } changes[] = {
-        {"loops", 1, 4, "ON", "WBP|A0|B0|EA1;B2;C2;D2;E2;F2;G2|D0"},
-        {"loops", 10, 10, "ON", "WBP|A0|B9|EA2;B2;C2;D2;E2;F2;G1|D0"},
-        {"switch", 2, 4, "ON", "WBP|A0|B1|FA1;B2;C2;D2;E2;F2|D0"},
-        {"footswitchFunction", 10, 2, "M - MIDI MODIFIER", "WBP|A0|B9|D3"},
-        {"wahPads", 3, 3, "TURN LOOP ON", "WBB|A0|C2"},
-        {"wahPads", 4, 4, "9: ", "WBB|A0|F9"},
-    };
-    for (int arrow : {0, 11}) {  // reads the bank anew
-        cell<QPushButton>("footswitchFunction", arrow, 0).click();
-        requests();
-    }
-    for (const auto &change : changes) {
-        choose(cell<QComboBox>(change.table, change.row, change.column), change.item);
-        EXPECT_EQ(requests(), std::vector{wire(change.request.toStdString())});
-    }
-    const UnitMemory memory = unit.memory();
-    EXPECT_EQ(memory.presets[0][9].loops[5], LoopType::On);
-    EXPECT_EQ(memory.presets[0][1].switches[0], SwitchType::On);
-    EXPECT_EQ(memory.banks[0], BankData("HOME", WahPadAction::TurnLoopOn, 1, WahPadAction::Add, 9));
 }
 
 TEST_F(Editor, FastClicksEndOnTheShownBankWithoutThoseOnTheWay)
