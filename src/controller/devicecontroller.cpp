@@ -39,7 +39,7 @@ void requireIndex(const Array &records, int index)
 }  // namespace
 
 DeviceController::DeviceController(PortLister listPorts, QObject *parent)
-    : QObject(parent), portLister(std::move(listPorts))
+    : QObject(parent), portLister(listPorts ? std::move(listPorts) : PortLister(systemPortLocations))
 {
     registerMetaTypes();
 }

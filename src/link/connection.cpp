@@ -11,6 +11,8 @@
 
 std::atomic<bool> Connection::enableLog = false;
 
+constexpr int maxSlowNoise = 64;  // bytes before a frame's start, once they have taken a timeout in all
+
 static std::shared_ptr<QSerialPort> portAt(const QString &systemLocation)
 {
     auto port = std::make_shared<QSerialPort>();
@@ -86,10 +88,14 @@ std::string Connection::getFrameFromStream()
     if (serial.bytesAvailable() == 0 && !serial.waitForReadyRead(static_cast<int>(timeout))) closeAndFail();
 
     std::string frame;
+    // A device of another kind may talk without an end; a few bytes of noise may come slowly.
     const QDeadlineTimer huntDeadline(timeout);
-    char first = readByte(huntDeadline);
-    while (first != Frame::startByte && first != '\0')
-        first = readByte(huntDeadline);
+    char first = getCharWithTimeout();
+    for (int noise = 1; first != Frame::startByte && first != '\0'; ++noise) {
+        const bool stop = QThread::currentThread()->isInterruptionRequested();
+        if (stop || (huntDeadline.hasExpired() && noise > maxSlowNoise)) closeAndFail();
+        first = getCharWithTimeout();
+    }
     if (first == Frame::startByte) frame += first;
     for (char byte = getCharWithTimeout(); byte != '\0'; byte = getCharWithTimeout()) {
         if (frame.size() == maxFrameLength) closeAndFail();
@@ -107,11 +113,10 @@ Connection &Connection::operator>>(std::string &frame)
     return *this;
 }
 
-signed char Connection::getCharWithTimeout() { return readByte(QDeadlineTimer(timeout)); }
-
-signed char Connection::readByte(const QDeadlineTimer &deadline)
+signed char Connection::getCharWithTimeout()
 {
     QSerialPort &serial = existingPort();
+    const QDeadlineTimer deadline(timeout);
     char byte = 0;
     while (!serial.getChar(&byte)) {
         if (deadline.hasExpired() || QThread::currentThread()->isInterruptionRequested()) closeAndFail();

@@ -12,8 +12,6 @@
 #include <string>
 #include <vector>
 
-class QDeadlineTimer;
-
 /// Moves whole frames over one serial port. An exchange is a send, which opens the port, followed by a receive, which
 /// closes it. A connection belongs to one thread at a time.
 ///
@@ -47,10 +45,10 @@ public:
     Connection &operator<<(const Frame &frame);
     Connection &operator<<(const std::string &text);
 
-    /// Reads one frame, 0x02 through 0x03, and closes the port. Bytes before 0x02 are dropped; one timeout bounds
-    /// their reading as a whole. A zero byte ends the search for 0x02, or the frame, and is not part of it. Fails with
-    /// "Receiving timeout" when no answer begins, the next byte does not come, the port breaks, the frame exceeds
-    /// `maxFrameLength` bytes or the thread is asked to stop.
+    /// Reads one frame, 0x02 through 0x03, and closes the port. Bytes before 0x02 are dropped. A zero byte ends the
+    /// search for 0x02, or the frame, and is not part of it. Fails with "Receiving timeout" when no answer begins, the
+    /// next byte does not come, the port breaks, more than 64 bytes before 0x02 have taken more than one timeout, the
+    /// frame exceeds `maxFrameLength` bytes or the thread is asked to stop.
     std::string getFrameFromStream();
     Connection &operator>>(std::string &frame);
 
@@ -72,7 +70,6 @@ public:
 
 private:
     QSerialPort &existingPort() const;
-    signed char readByte(const QDeadlineTimer &deadline);
     [[noreturn]] void closeAndFail();
 
     std::shared_ptr<QSerialPort> port;

@@ -37,9 +37,14 @@ Field::Field(FieldLevel fieldLevel, const std::string &text) : descriptor(text.f
         setValueFromParsed(text);
 }
 
+void Field::requireSublevel() const
+{
+    if (level >= Level2) throw std::invalid_argument("za glebokie pole");
+}
+
 void Field::insertSubField(Field subfield)
 {
-    if (level == Level2) throw std::invalid_argument("za glebokie pole");
+    requireSublevel();
     if (subfield.level != sublevel()) throw std::invalid_argument("Niepoprawny poziom pola");
     subfields.push_back(std::move(subfield));
 }
@@ -156,11 +161,12 @@ bool Field::doesContain(char subDescriptor) const { return (*this)[subDescriptor
 
 bool Field::hasSubfield(const std::string &text) const
 {
-    return level != Level2 && text.find(separatorMap.at(sublevel())) != std::string::npos;
+    return level < Level2 && text.find(separatorMap.at(sublevel())) != std::string::npos;
 }
 
 void Field::addSubfieldFromParsedField(const std::string &text)
 {
+    requireSublevel();
     std::vector<std::string> pieces;
     boost::split(pieces, text, boost::is_any_of(std::string(1, separatorMap.at(sublevel()))));
     for (const std::string &piece : pieces)

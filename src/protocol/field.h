@@ -82,6 +82,8 @@ public:
 
 private:
     FieldLevel sublevel() const { return static_cast<FieldLevel>(level + 1); }
+    /// Throws for a field of level 2, below which there is none.
+    void requireSublevel() const;
     void appendValuePart(std::string &text) const;
     static void appendJoined(std::string &text, const std::vector<Field> &fields, char separator);
     friend std::string joinFields(const std::vector<Field> &fields, char separator);

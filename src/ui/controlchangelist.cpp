@@ -19,12 +19,18 @@ QVector<ControlChangeData> newControlChanges(const std::vector<ControlChangeData
         });
     };
 
+    // A full list is one that an earlier edit sent: until the bank is read again it holds what that edit dropped and
+    // filled up with, which would take the places of new messages.
+    std::vector<ControlChangeData> before = stored;
+    if (before.size() == maxControlChanges)
+        std::erase_if(before, [](const ControlChangeData &record) { return record.value == inactiveValue; });
+
     QVector<ControlChangeData> records;
     records.reserve(places);
-    for (const ControlChangeData &record : stored)
+    for (const ControlChangeData &record : before)
         if (record.midiDeviceNumber == device && madeInactive(record))
             records << ControlChangeData(device, record.controllerNumber, inactiveValue);
-    for (const ControlChangeData &record : stored)
+    for (const ControlChangeData &record : before)
         if (record.midiDeviceNumber != device) records << record;
     for (const ControllerChoice &choice : choices)
         if (choice.value != inactiveValue && records.size() < places)

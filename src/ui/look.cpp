@@ -72,9 +72,9 @@ QString editStyle()
 QString comboBoxStyle(const QString &background)
 {
     return QStringLiteral("QComboBox{\n"
-                          "border-radius: 5;\n"
-                          "border: 1px solid transparent;\n"
+                          "  border-radius: 5;\n"
                           "background-color: %1;\n"
+                          "border: 1px solid transparent;\n"
                           "color: white;\n"
                           "padding-left: 7px;\n"
                           "combobox-popup: 0;\n"

@@ -162,7 +162,7 @@ private:
     void hideBusy();
     void setBusy(bool busy);
 
-    QThread workerThread;
+    QThread workerThread{this};
     AboutWindow aboutWindow;
     InstallDriversWindow installDriversWindow;
     MainWindowForm ui;

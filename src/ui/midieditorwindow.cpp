@@ -128,7 +128,7 @@ void MidiEditorWindow::showValues(const std::vector<ControlChangeData> &controlC
         box->setCurrentIndex(inactiveIndex);
     for (const ControlChangeData &record : controlChanges) {
         const int row = positions.indexOf(record.controllerNumber);
-        const int index = controlValueIndex(record.value);
+        const int index = record.value == inactiveValue ? noItem : controlValueIndex(record.value);
         if (record.midiDeviceNumber == deviceNumber && row >= 0 && index >= 0) values[row]->setCurrentIndex(index);
     }
 }

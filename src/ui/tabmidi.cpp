@@ -20,15 +20,6 @@ QVector<look::Column> columns()
     return all;
 }
 
-/// The messages that a preset sends. What an earlier edit dropped or filled up with stands in the record until the bank
-/// is read again, and would take the places of new messages.
-std::vector<ControlChangeData> sentMessages(const PresetData &preset)
-{
-    std::vector<ControlChangeData> messages = preset.controlChanges;
-    std::erase_if(messages, [](const ControlChangeData &record) { return record.value == inactiveValue; });
-    return messages;
-}
-
 }  // namespace
 
 TabMidi::TabMidi(QTableWidget *tableWidget)
@@ -47,6 +38,8 @@ TabMidi::TabMidi(QTableWidget *tableWidget)
         }
     look::orderTabs(table);
 }
+
+TabMidi::~TabMidi() = default;
 
 void TabMidi::loadDataFromDevice(DataFromDevice *dataFromDevice)
 {
@@ -102,17 +95,17 @@ void TabMidi::edit(int bank, int preset, int device)
     const auto slot = static_cast<std::size_t>(device);
     // Without its definition a device's messages cannot be shown, and what is not shown must not be replaced.
     if (!editableRecord(bank, preset) || !data->midiDevices.at(slot).load()) return;
-    MidiEditorWindow editor(data, bank, preset, device, table->window());
-    if (editor.exec() != QDialog::Accepted) return;
+    editor = std::make_unique<MidiEditorWindow>(data, bank, preset, device, table->window());
+    if (editor->exec() != QDialog::Accepted) return;
 
     // Meanwhile the unit may have changed the preset or another unit may have come.
     const auto stored = editableRecord(bank, preset);
     if (!stored) return;
-    const auto program = editor.programChange();
+    const auto program = editor->programChange();
     if (program && *program != stored->programChanges.at(slot))
         emit changeProgramChangeNumber(bank, preset, device, *program);
     emit changeControlChangeData(
-        bank, preset, newControlChanges(sentMessages(*stored), device + 1, editor.controllerChoices(), preset));
-    if (const auto pedal = editor.changedPedal(stored->expressionPedal))
+        bank, preset, newControlChanges(stored->controlChanges, device + 1, editor->controllerChoices(), preset));
+    if (const auto pedal = editor->changedPedal(stored->expressionPedal))
         emit changePresetExpressionPedal(bank, preset, *pedal);
 }

@@ -2,6 +2,9 @@
 
 #include "ui/banktable.h"
 
+#include <memory>
+
+class MidiEditorWindow;
 class NameButton;
 
 /// What each preset of a bank sends to each MIDI device: one button per device opens the editor.
@@ -12,6 +15,7 @@ class TabMidi : public BankTable
 public:
     /// Lays out a table of 14 columns and one row, which stays its owner's.
     explicit TabMidi(QTableWidget *tableWidget);
+    ~TabMidi() override;
 
 signals:
     void getMidiDevicesData();
@@ -37,4 +41,5 @@ private:
     void edit(int bank, int preset, int device);
 
     QVector<QVector<NameButton *>> deviceButtons;  // by device, then preset
+    std::unique_ptr<MidiEditorWindow> editor;      // the last one opened
 };

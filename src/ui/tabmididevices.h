@@ -12,6 +12,7 @@
 #include <memory>
 #include <optional>
 
+class ControllerListWindow;
 class QComboBox;
 class QLineEdit;
 class QPushButton;
@@ -28,6 +29,7 @@ class TabMidiDevices : public QObject
 public:
     /// Lays out a table of 9 columns and no rows, which stays its owner's.
     explicit TabMidiDevices(QTableWidget *tableWidget);
+    ~TabMidiDevices() override;
 
     void show();
     void hide();
@@ -84,4 +86,6 @@ private:
     QVector<QPushButton *> sendCCFirstButtons;
     QVector<QPushButton *> controllersButtons;
     std::array<QVector<QComboBox *>, ChoiceCount> boxes;
+
+    std::unique_ptr<ControllerListWindow> controllerList;  // the last one opened
 };

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <thread>
 #include <unistd.h>
 
 using namespace std::string_literals;
@@ -59,6 +60,20 @@ TEST(Connection, WaitsForEachByteNotForTheWholeAnswer)
     unit.queueFault(Fault::slowBytes(std::chrono::milliseconds(20)));
     Connection connection = connectionTo(unit.location());
     EXPECT_GT(millisecondsOf([&] { EXPECT_TRUE(answerOn(connection).ends_with('\x03')); }), 2 * timeout);
+}
+
+TEST(Connection, LetsNoiseComeSlowly)
+{
+    const PseudoTerminal line;
+    Connection connection = connectionTo(line.location());
+    connection.openConnection();
+    const std::jthread talker([&line] {
+        for (const char byte : "#~#~#~#~#~#~\x02\x31\x03"s) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(30));
+            EXPECT_EQ(::write(line.master(), &byte, 1), 1);
+        }
+    });
+    EXPECT_EQ(connection.getFrameFromStream(), "\x02\x31\x03");
 }
 
 // Whatever goes wrong, the port is closed afterwards: the next exchange opens it again.

@@ -44,6 +44,9 @@ TEST(Field, RefusesWrongLevelsAndStaysAsItWas)
         return "accepted";
     };
     EXPECT_EQ(refusal(Level2, Level2), "za glebokie pole");
+    Field deepest('A', Level2);
+    EXPECT_THROW(deepest.insertSubField(std::string("a5")), std::invalid_argument);
+    EXPECT_THROW(deepest.addSubfieldFromParsedField("a5"), std::invalid_argument);
     EXPECT_EQ(refusal(Level0, Level2), "Niepoprawny poziom pola");
     EXPECT_EQ(refusal(Level1, Level1), "Niepoprawny poziom pola");
 }

