@@ -53,26 +53,26 @@ void queueFaults(UnitPort &port, const std::map<std::size_t, Fault> &faults)
 class Link
 {
 public:
-    explicit Link(std::filesystem::path path) : path_(std::move(path)) {}
+    explicit Link(std::filesystem::path path) : place(std::move(path)) {}
     Link(const Link &) = delete;
     Link &operator=(const Link &) = delete;
     ~Link() { remove(); }
 
     void pointTo(const std::string &target)
     {
-        if (path_.empty()) return;
+        if (place.empty()) return;
         remove();
-        std::filesystem::create_symlink(target, path_);
+        std::filesystem::create_symlink(target, place);
     }
 
 private:
     void remove() const
     {
         std::error_code ignored;
-        if (std::filesystem::is_symlink(path_, ignored)) std::filesystem::remove(path_, ignored);
+        if (std::filesystem::is_symlink(place, ignored)) std::filesystem::remove(place, ignored);
     }
 
-    std::filesystem::path path_;
+    std::filesystem::path place;
 };
 
 void announce(const UnitPort &port, Link &link)

@@ -7,22 +7,22 @@
 class Descriptor
 {
 public:
-    explicit Descriptor(int descriptor = -1) : descriptor_(descriptor) {}
-    Descriptor(Descriptor &&other) noexcept : descriptor_(std::exchange(other.descriptor_, -1)) {}
+    explicit Descriptor(int descriptor = -1) : number(descriptor) {}
+    Descriptor(Descriptor &&other) noexcept : number(std::exchange(other.number, -1)) {}
     Descriptor &operator=(Descriptor &&other) noexcept
     {
-        std::swap(descriptor_, other.descriptor_);
+        std::swap(number, other.number);
         return *this;
     }
     Descriptor(const Descriptor &) = delete;
     Descriptor &operator=(const Descriptor &) = delete;
     ~Descriptor()
     {
-        if (descriptor_ >= 0) ::close(descriptor_);
+        if (number >= 0) ::close(number);
     }
 
-    int get() const { return descriptor_; }
+    int get() const { return number; }
 
 private:
-    int descriptor_;
+    int number;
 };

@@ -16,10 +16,10 @@ bool isControlByte(char byte)
 }  // namespace
 
 FieldDecoder::FieldDecoder(std::vector<FieldText> fields, Presence presence, std::size_t level)
-    : presence_(presence), level_(level)
+    : wanted(presence), depth(level)
 {
     for (FieldText &field : fields)
-        entries_.push_back({std::move(field), false});
+        entries.push_back({std::move(field), false});
 }
 
 void FieldDecoder::text(char descriptor, std::string &value)
@@ -52,31 +52,31 @@ bool FieldDecoder::flag(char descriptor)
 bool FieldDecoder::offers(char descriptor) const
 {
     return std::ranges::any_of(
-        entries_, [&](const Entry &entry) { return !entry.taken && entry.field.descriptor == descriptor; });
+        entries, [&](const Entry &entry) { return !entry.taken && entry.field.descriptor == descriptor; });
 }
 
-bool FieldDecoder::exhausted() const { return std::ranges::all_of(entries_, &Entry::taken); }
+bool FieldDecoder::exhausted() const { return std::ranges::all_of(entries, &Entry::taken); }
 
 void FieldDecoder::fail(UnitStatus status)
 {
-    if (status_ == UnitStatus::Ok) status_ = status;
+    if (failure == UnitStatus::Ok) failure = status;
 }
 
 UnitStatus FieldDecoder::finish() const
 {
-    const auto left = std::ranges::find(entries_, false, &Entry::taken);
-    if (status_ != UnitStatus::Ok || left == entries_.end()) return status_;
+    const auto left = std::ranges::find(entries, false, &Entry::taken);
+    if (failure != UnitStatus::Ok || left == entries.end()) return failure;
     const bool repeated = std::any_of(
-        entries_.begin(), left, [&](const Entry &entry) { return entry.field.descriptor == left->field.descriptor; });
+        entries.begin(), left, [&](const Entry &entry) { return entry.field.descriptor == left->field.descriptor; });
     return repeated ? UnitStatus::RepeatedField : UnitStatus::UnknownField;
 }
 
 const FieldText *FieldDecoder::take(char descriptor)
 {
     const auto entry = std::ranges::find_if(
-        entries_, [&](const Entry &other) { return !other.taken && other.field.descriptor == descriptor; });
-    if (entry == entries_.end()) {
-        if (presence_ == Presence::Required) fail(UnitStatus::MissingField);
+        entries, [&](const Entry &other) { return !other.taken && other.field.descriptor == descriptor; });
+    if (entry == entries.end()) {
+        if (wanted == Presence::Required) fail(UnitStatus::MissingField);
         return nullptr;
     }
     entry->taken = true;
@@ -97,8 +97,8 @@ std::optional<int> FieldDecoder::parseNumber(const std::string &text, const Valu
 FieldDecoder FieldDecoder::partsOf(const FieldText &field, Presence presence) const
 {
     static constexpr std::array separators{control::rs, control::us};
-    auto parts = splitFields(field.body, separators.at(level_));
-    FieldDecoder decoder(parts ? std::move(*parts) : std::vector<FieldText>(), presence, level_ + 1);
+    auto parts = splitFields(field.body, separators.at(depth));
+    FieldDecoder decoder(parts ? std::move(*parts) : std::vector<FieldText>(), presence, depth + 1);
     if (!parts) decoder.fail(UnitStatus::MalformedFrame);
     return decoder;
 }

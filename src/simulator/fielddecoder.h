@@ -83,8 +83,8 @@ private:
     std::optional<int> parseNumber(const std::string &text, const ValueRange &range, UnitStatus outside);
     FieldDecoder partsOf(const FieldText &field, Presence presence) const;
 
-    std::vector<Entry> entries_;
-    Presence presence_;
-    std::size_t level_;
-    UnitStatus status_ = UnitStatus::Ok;
+    std::vector<Entry> entries;
+    Presence wanted;
+    std::size_t depth;
+    UnitStatus failure = UnitStatus::Ok;
 };

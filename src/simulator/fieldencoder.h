@@ -20,7 +20,7 @@ public:
     /// Which fields are written: all that a read answers, or only those that the matching write command takes.
     enum class Scope { Answer, Write };
 
-    explicit FieldEncoder(Scope scope, std::size_t level = 0) : scope_(scope), level_(level) {}
+    explicit FieldEncoder(Scope scope, std::size_t level = 0) : fieldScope(scope), depth(level) {}
 
     void text(char descriptor, std::string_view value);
 
@@ -34,9 +34,9 @@ public:
     template <typename Describe>
     void group(char descriptor, Presence, const Describe &describe)
     {
-        FieldEncoder parts(scope_, level_ + 1);
+        FieldEncoder parts(fieldScope, depth + 1);
         describe(parts);
-        if (!parts.text_.empty()) text(descriptor, parts.text_);
+        if (!parts.encoded.empty()) text(descriptor, parts.encoded);
     }
 
     template <typename Describe>
@@ -47,12 +47,12 @@ public:
 
     /// Whether a field is written that only has something to say when `meaningful`.
     static bool carries(bool meaningful) { return meaningful; }
-    bool carriesReadOnly() const { return scope_ == Scope::Answer; }
+    bool carriesReadOnly() const { return fieldScope == Scope::Answer; }
 
-    const std::string &result() const { return text_; }
+    const std::string &result() const { return encoded; }
 
 private:
-    Scope scope_;
-    std::size_t level_;  ///< 0 for the fields of a frame, 1 and 2 for sub-fields
-    std::string text_;
+    Scope fieldScope;
+    std::size_t depth;  ///< 0 for the fields of a frame, 1 and 2 for sub-fields
+    std::string encoded;
 };

@@ -21,27 +21,27 @@ bool appendHexadecimal(std::vector<std::uint8_t> &bytes, std::string_view text)
 
 UnitStatus FirmwareUpload::addChunk(int number, std::string_view hexadecimal)
 {
-    const bool lastWasFull = image_.size() == static_cast<std::size_t>(chunks_) * chunkSize;
-    if (number != 1 && (complete_ || !lastWasFull || number != chunks_ + 1)) return UnitStatus::ChunkOutOfOrder;
+    const bool lastWasFull = received.size() == static_cast<std::size_t>(chunkCount) * chunkSize;
+    if (number != 1 && (isComplete || !lastWasFull || number != chunkCount + 1)) return UnitStatus::ChunkOutOfOrder;
     if (number > maxChunks) return UnitStatus::ImageTooLarge;
     if (hexadecimal.size() > 2 * chunkSize) return UnitStatus::ChunkTooLarge;
     std::vector<std::uint8_t> bytes;
     if (hexadecimal.empty() || !appendHexadecimal(bytes, hexadecimal)) return UnitStatus::ChunkNotHexadecimal;
     if (number == 1) *this = FirmwareUpload();
-    image_.insert(image_.end(), bytes.begin(), bytes.end());
-    chunks_ = number;
+    received.insert(received.end(), bytes.begin(), bytes.end());
+    chunkCount = number;
     return UnitStatus::Ok;
 }
 
 UnitStatus FirmwareUpload::finish()
 {
-    complete_ = true;
+    isComplete = true;
     return UnitStatus::Ok;
 }
 
 UnitStatus FirmwareUpload::takeImage(std::vector<std::uint8_t> &image)
 {
-    if (!complete_) return UnitStatus::RestartTooEarly;
-    image = std::exchange(*this, FirmwareUpload()).image_;
+    if (!isComplete) return UnitStatus::RestartTooEarly;
+    image = std::exchange(*this, FirmwareUpload()).received;
     return UnitStatus::Ok;
 }

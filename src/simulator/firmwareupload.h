@@ -36,7 +36,7 @@ public:
     UnitStatus takeImage(std::vector<std::uint8_t> &image);
 
 private:
-    std::vector<std::uint8_t> image_;
-    int chunks_ = 0;
-    bool complete_ = false;
+    std::vector<std::uint8_t> received;
+    int chunkCount = 0;
+    bool isComplete = false;
 };

@@ -31,31 +31,30 @@ std::string slavePath(int master)
 }  // namespace
 
 PseudoTerminal::PseudoTerminal()
-    : master_(checked(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK), "posix_openpt")),
-      location_(slavePath(master_.get())),
-      slave_(checked(::open(location_.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC), "open")),
-      events_(checked(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC), "inotify_init1"))
+    : masterEnd(checked(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK), "posix_openpt")),
+      path(slavePath(masterEnd.get())), slaveEnd(checked(::open(path.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC), "open")),
+      openEvents(checked(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC), "inotify_init1"))
 {
-    checked(::inotify_add_watch(events_.get(), location_.c_str(), IN_OPEN | IN_CLOSE), "inotify_add_watch");
+    checked(::inotify_add_watch(openEvents.get(), path.c_str(), IN_OPEN | IN_CLOSE), "inotify_add_watch");
     termios settings{};
-    checked(::tcgetattr(slave_.get(), &settings), "tcgetattr");
+    checked(::tcgetattr(slaveEnd.get(), &settings), "tcgetattr");
     ::cfmakeraw(&settings);
-    checked(::tcsetattr(slave_.get(), TCSANOW, &settings), "tcsetattr");
+    checked(::tcsetattr(slaveEnd.get(), TCSANOW, &settings), "tcsetattr");
 }
 
 void PseudoTerminal::followEditor()
 {
     std::array<char, 64 * sizeof(inotify_event)> buffer{};  // events of a watched file carry no name
     ssize_t size = 0;
-    while ((size = ::read(events_.get(), buffer.data(), buffer.size())) > 0) {
+    while ((size = ::read(openEvents.get(), buffer.data(), buffer.size())) > 0) {
         for (std::size_t at = 0; at < static_cast<std::size_t>(size); at += sizeof(inotify_event)) {
             inotify_event event{};
             std::memcpy(&event, buffer.data() + at, sizeof event);
             if ((event.mask & IN_OPEN) != 0) {
-                ++opens_;
+                ++openCount;
             } else if ((event.mask & IN_CLOSE) != 0) {
-                opens_ = std::max(0, opens_ - 1);
-                ::tcflush(slave_.get(), TCIFLUSH);
+                openCount = std::max(0, openCount - 1);
+                ::tcflush(slaveEnd.get(), TCIFLUSH);
             }
         }
     }

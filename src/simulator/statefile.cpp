@@ -60,7 +60,7 @@ public:
     {
         FieldEncoder fields(FieldEncoder::Scope::Write);
         describeLine(fields);
-        text_ += escaped(std::string(command) + fields.result()) + '\n';
+        lines += escaped(std::string(command) + fields.result()) + '\n';
     }
 
     /// The line of a write command with its address (a letter and a number each).
@@ -74,10 +74,10 @@ public:
         });
     }
 
-    std::string take() { return std::move(text_); }
+    std::string take() { return std::move(lines); }
 
 private:
-    std::string text_ = "# Memory of a virtual unit\n";
+    std::string lines = "# Memory of a virtual unit\n";
 };
 
 /// The line "CAL".

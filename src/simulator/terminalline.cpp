@@ -25,17 +25,15 @@ bool mayRetry() { return errno == EAGAIN || errno == EINTR; }
 }  // namespace
 
 TerminalLine::TerminalLine(PseudoTerminal &terminal, const std::stop_token &stop)
-    : terminal_(terminal), stop_(stop), wakeUp_(makeEvent()),
-      onStop_(stop, [this] { ::eventfd_write(wakeUp_.get(), 1); })
+    : line(terminal), stopToken(stop), wakeUp(makeEvent()), onStop(stop, [this] { ::eventfd_write(wakeUp.get(), 1); })
 {}
 
 short TerminalLine::wait(short events, int timeout)
 {
-    std::array<pollfd, 3> watched{{{wakeUp_.get(), POLLIN, 0},
-                                   {terminal_.editorEvents(), POLLIN, 0},
-                                   {events != 0 ? terminal_.master() : -1, events, 0}}};
+    std::array<pollfd, 3> watched{
+        {{wakeUp.get(), POLLIN, 0}, {line.editorEvents(), POLLIN, 0}, {events != 0 ? line.master() : -1, events, 0}}};
     ::poll(watched.data(), watched.size(), timeout);
-    terminal_.followEditor();
+    line.followEditor();
     return watched[2].revents;
 }
 
@@ -44,7 +42,7 @@ bool TerminalLine::receive(std::string &bytes)
     std::array<char, 4096> buffer{};
     while (!stopped()) {
         wait(POLLIN, forEver);
-        const ssize_t count = stopped() ? 0 : ::read(terminal_.master(), buffer.data(), buffer.size());
+        const ssize_t count = stopped() ? 0 : ::read(line.master(), buffer.data(), buffer.size());
         if (count > 0) {
             bytes.append(buffer.data(), static_cast<std::size_t>(count));
             return true;
@@ -56,9 +54,9 @@ bool TerminalLine::receive(std::string &bytes)
 
 bool TerminalLine::send(std::string_view bytes)
 {
-    terminal_.followEditor();
-    while (!bytes.empty() && terminal_.isOpen() && !stopped()) {
-        const ssize_t count = ::write(terminal_.master(), bytes.data(), bytes.size());
+    line.followEditor();
+    while (!bytes.empty() && line.isOpen() && !stopped()) {
+        const ssize_t count = ::write(line.master(), bytes.data(), bytes.size());
         if (count >= 0)
             bytes.remove_prefix(static_cast<std::size_t>(count));
         else if (!mayRetry())
@@ -84,8 +82,7 @@ bool TerminalLine::streamUntilReceived(std::string_view filler)
 {
     while (!stopped()) {
         // A full line takes no more; that nobody reads is no reason to wait for it.
-        if (terminal_.isOpen() && ::write(terminal_.master(), filler.data(), filler.size()) < 0 && !mayRetry())
-            return false;
+        if (line.isOpen() && ::write(line.master(), filler.data(), filler.size()) < 0 && !mayRetry()) return false;
         if (wait(POLLIN, static_cast<int>(streamPeriod.count())) != 0) return !stopped();
     }
     return false;

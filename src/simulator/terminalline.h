@@ -31,10 +31,10 @@ private:
     /// Waits for one of `events` on the master, or for the editor to open or close the line, for at most `timeout`
     /// milliseconds (-1: for ever); gives the events that happened on the master.
     short wait(short events, int timeout);
-    bool stopped() const { return stop_.stop_requested(); }
+    bool stopped() const { return stopToken.stop_requested(); }
 
-    PseudoTerminal &terminal_;
-    std::stop_token stop_;
-    Descriptor wakeUp_;
-    std::stop_callback<std::function<void()>> onStop_;
+    PseudoTerminal &line;
+    std::stop_token stopToken;
+    Descriptor wakeUp;
+    std::stop_callback<std::function<void()>> onStop;
 };

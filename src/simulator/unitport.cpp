@@ -48,7 +48,7 @@ std::string spoiled(Fault::Kind kind, std::string response)
 
 }  // namespace
 
-UnitPort::UnitPort(UnitMemory memory, std::chrono::milliseconds restartTime) : unit_(std::move(memory), restartTime)
+UnitPort::UnitPort(UnitMemory memory, std::chrono::milliseconds restartTime) : unit(std::move(memory), restartTime)
 {
     plugIn();
 }
@@ -57,62 +57,62 @@ UnitPort::~UnitPort() { unplug(); }
 
 std::string UnitPort::location() const
 {
-    const std::lock_guard lock(mutex_);
-    return terminal_ ? terminal_->location() : std::string();
+    const std::lock_guard lock(memoryMutex);
+    return pty ? pty->location() : std::string();
 }
 
 void UnitPort::unplug()
 {
-    const std::lock_guard plugLock(plugMutex_);
-    server_ = {};
-    const std::lock_guard lock(mutex_);
-    terminal_.reset();
+    const std::lock_guard plugLock(plugMutex);
+    server = {};
+    const std::lock_guard lock(memoryMutex);
+    pty.reset();
 }
 
 void UnitPort::plugIn()
 {
-    const std::lock_guard plugLock(plugMutex_);
+    const std::lock_guard plugLock(plugMutex);
     if (!location().empty()) return;
-    server_ = {};  // A server that hung up by itself may be on its last lines.
-    const std::lock_guard lock(mutex_);
-    terminal_.emplace();
-    server_ = std::jthread([this, &terminal = *terminal_](const std::stop_token &stop) { serve(stop, terminal); });
+    server = {};  // A server that hung up by itself may be on its last lines.
+    const std::lock_guard lock(memoryMutex);
+    pty.emplace();
+    server = std::jthread([this, &terminal = *pty](const std::stop_token &stop) { serve(stop, terminal); });
 }
 
 UnitMemory UnitPort::memory() const
 {
-    const std::lock_guard lock(mutex_);
-    return unit_.memory();
+    const std::lock_guard lock(memoryMutex);
+    return unit.memory();
 }
 
 void UnitPort::alter(const std::function<void(UnitMemory &)> &change)
 {
-    const std::lock_guard lock(mutex_);
-    change(unit_.memory());
+    const std::lock_guard lock(memoryMutex);
+    change(unit.memory());
 }
 
 std::vector<std::string> UnitPort::takeRequests()
 {
-    const std::lock_guard lock(mutex_);
-    return std::exchange(requests_, {});
+    const std::lock_guard lock(memoryMutex);
+    return std::exchange(requests, {});
 }
 
 void UnitPort::queueFault(Fault fault)
 {
-    const std::lock_guard lock(mutex_);
-    faults_.push_back({std::move(fault), std::nullopt});
+    const std::lock_guard lock(memoryMutex);
+    faults.push_back({std::move(fault), std::nullopt});
 }
 
 void UnitPort::queueFault(Fault fault, std::size_t healthyExchangesBefore)
 {
-    const std::lock_guard lock(mutex_);
-    faults_.push_back({std::move(fault), healthyExchangesBefore});
+    const std::lock_guard lock(memoryMutex);
+    faults.push_back({std::move(fault), healthyExchangesBefore});
 }
 
 void UnitPort::onExchange(ExchangeObserver observer)
 {
-    const std::lock_guard lock(mutex_);
-    observer_ = std::move(observer);
+    const std::lock_guard lock(memoryMutex);
+    exchangeObserver = std::move(observer);
 }
 
 void UnitPort::serve(const std::stop_token &stop, PseudoTerminal &terminal)
@@ -131,35 +131,35 @@ void UnitPort::serve(const std::stop_token &stop, PseudoTerminal &terminal)
 
 UnitPort::Plan UnitPort::planExchange(const std::string &request)
 {
-    const std::lock_guard lock(mutex_);
+    const std::lock_guard lock(memoryMutex);
     const ReceivedFrame received = parseFrame(request);
-    requests_.push_back(received.data);
-    if (unit_.isSilent()) return {{}, {}, observer_};
+    requests.push_back(received.data);
+    if (unit.isSilent()) return {{}, {}, exchangeObserver};
 
-    Plan plan{takeFault(received), {}, observer_};
+    Plan plan{takeFault(received), {}, exchangeObserver};
     if (plan.fault.kind == Fault::Kind::ErrorStatus) {
         const std::string status = std::to_string(plan.fault.status);
-        unit_.setErrorText(plan.fault.status, plan.fault.text);
-        errorRequest_ = std::string("RET") + gs + 'A' + status;
+        unit.setErrorText(plan.fault.status, plan.fault.text);
+        errorRequest = std::string("RET") + gs + 'A' + status;
         plan.response = buildFrame(received.id, status);
     } else if (plan.fault.carriesOut()) {
-        plan.response = spoiled(plan.fault.kind, unit_.answer(request).value_or(std::string()));
+        plan.response = spoiled(plan.fault.kind, unit.answer(request).value_or(std::string()));
     }
     return plan;
 }
 
 Fault UnitPort::takeFault(const ReceivedFrame &request)
 {
-    const bool asksForError = std::exchange(errorRequest_, std::nullopt) == request.data;
-    if (faults_.empty()) return {};
-    QueuedFault &next = faults_.front();
+    const bool asksForError = std::exchange(errorRequest, std::nullopt) == request.data;
+    if (faults.empty()) return {};
+    QueuedFault &next = faults.front();
     if (!next.healthyBefore && asksForError) return {};
     if (next.healthyBefore.value_or(0) > 0) {
         --*next.healthyBefore;
         return {};
     }
     Fault fault = std::move(next.fault);
-    faults_.pop_front();
+    faults.pop_front();
     return fault;
 }
 
@@ -176,8 +176,8 @@ bool UnitPort::play(TerminalLine &line, const Plan &plan)
         return line.streamUntilReceived(streamFiller);
     case Fault::Kind::HangUp: {
         line.send(plan.response);
-        const std::lock_guard lock(mutex_);
-        terminal_.reset();
+        const std::lock_guard lock(memoryMutex);
+        pty.reset();
         return false;
     }
     default:

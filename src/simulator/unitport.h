@@ -77,14 +77,14 @@ private:
     Fault takeFault(const ReceivedFrame &request);
     bool play(TerminalLine &line, const Plan &plan);
 
-    mutable std::mutex mutex_;  ///< guards what follows up to `observer_`
-    VirtualUnit unit_;
-    std::optional<PseudoTerminal> terminal_;
-    std::deque<QueuedFault> faults_;
-    std::optional<std::string> errorRequest_;  ///< data part of the "RET" that an error status makes the editor send
-    std::vector<std::string> requests_;
-    ExchangeObserver observer_;
+    mutable std::mutex memoryMutex;  ///< guards what follows up to `exchangeObserver`
+    VirtualUnit unit;
+    std::optional<PseudoTerminal> pty;
+    std::deque<QueuedFault> faults;
+    std::optional<std::string> errorRequest;  ///< data part of the "RET" that an error status makes the editor send
+    std::vector<std::string> requests;
+    ExchangeObserver exchangeObserver;
 
-    std::mutex plugMutex_;  ///< guards `server_`
-    std::jthread server_;
+    std::mutex plugMutex;  ///< guards `server`
+    std::jthread server;
 };

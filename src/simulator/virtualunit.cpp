@@ -63,7 +63,7 @@ auto &midiDeviceAt(auto &exchange, auto &memory)
 }  // namespace
 
 VirtualUnit::VirtualUnit(UnitMemory memory, std::chrono::milliseconds restartTime)
-    : memory_(std::move(memory)), restartTime_(restartTime)
+    : stored(std::move(memory)), restartDuration(restartTime)
 {}
 
 std::optional<std::string> VirtualUnit::answer(std::string_view frame)
@@ -78,22 +78,22 @@ std::optional<std::string> VirtualUnit::answer(std::string_view frame)
 UnitStatus VirtualUnit::execute(const Command &command, std::string &answerFields)
 {
     static constexpr Row rows[] = {
-        {"RDI", [](VirtualUnit &unit, Exchange &e) { e.read(unit.memory_.deviceInfo); }},
+        {"RDI", [](VirtualUnit &unit, Exchange &e) { e.read(unit.stored.deviceInfo); }},
         {"RET", [](VirtualUnit &unit, Exchange &e) { unit.describeError(e); }},
-        {"RBB", [](VirtualUnit &unit, Exchange &e) { e.read(bankAt(e, unit.memory_)); }},
-        {"WBB", [](VirtualUnit &unit, Exchange &e) { e.write(bankAt(e, unit.memory_)); }},
-        {"RBP", [](VirtualUnit &unit, Exchange &e) { e.read(presetAt(e, unit.memory_)); }},
-        {"WBP", [](VirtualUnit &unit, Exchange &e) { e.write(presetAt(e, unit.memory_)); }},
-        {"RMD", [](VirtualUnit &unit, Exchange &e) { e.read(midiDeviceAt(e, unit.memory_)); }},
-        {"WMD", [](VirtualUnit &unit, Exchange &e) { e.write(midiDeviceAt(e, unit.memory_)); }},
-        {"RMI", [](VirtualUnit &unit, Exchange &e) { e.read(unit.memory_.midiIn); }},
-        {"WMI", [](VirtualUnit &unit, Exchange &e) { e.write(unit.memory_.midiIn); }},
-        {"REP", [](VirtualUnit &unit, Exchange &e) { e.read(unit.memory_.expressionPedal); }},
-        {"WEP", [](VirtualUnit &unit, Exchange &e) { e.write(unit.memory_.expressionPedal); }},
-        {"RSO", [](VirtualUnit &unit, Exchange &e) { e.read(unit.memory_.switchOuts); }},
-        {"WSO", [](VirtualUnit &unit, Exchange &e) { e.write(unit.memory_.switchOuts, Presence::Optional); }},
-        {"ROS", [](VirtualUnit &unit, Exchange &e) { e.read(unit.memory_.settings); }},
-        {"WOS", [](VirtualUnit &unit, Exchange &e) { e.write(unit.memory_.settings); }},
+        {"RBB", [](VirtualUnit &unit, Exchange &e) { e.read(bankAt(e, unit.stored)); }},
+        {"WBB", [](VirtualUnit &unit, Exchange &e) { e.write(bankAt(e, unit.stored)); }},
+        {"RBP", [](VirtualUnit &unit, Exchange &e) { e.read(presetAt(e, unit.stored)); }},
+        {"WBP", [](VirtualUnit &unit, Exchange &e) { e.write(presetAt(e, unit.stored)); }},
+        {"RMD", [](VirtualUnit &unit, Exchange &e) { e.read(midiDeviceAt(e, unit.stored)); }},
+        {"WMD", [](VirtualUnit &unit, Exchange &e) { e.write(midiDeviceAt(e, unit.stored)); }},
+        {"RMI", [](VirtualUnit &unit, Exchange &e) { e.read(unit.stored.midiIn); }},
+        {"WMI", [](VirtualUnit &unit, Exchange &e) { e.write(unit.stored.midiIn); }},
+        {"REP", [](VirtualUnit &unit, Exchange &e) { e.read(unit.stored.expressionPedal); }},
+        {"WEP", [](VirtualUnit &unit, Exchange &e) { e.write(unit.stored.expressionPedal); }},
+        {"RSO", [](VirtualUnit &unit, Exchange &e) { e.read(unit.stored.switchOuts); }},
+        {"WSO", [](VirtualUnit &unit, Exchange &e) { e.write(unit.stored.switchOuts, Presence::Optional); }},
+        {"ROS", [](VirtualUnit &unit, Exchange &e) { e.read(unit.stored.settings); }},
+        {"WOS", [](VirtualUnit &unit, Exchange &e) { e.write(unit.stored.settings); }},
         {"WFD", [](VirtualUnit &unit, Exchange &e) { unit.writeFirmware(e.request); }},
     };
     const auto *row = std::ranges::find(rows, command.name, &Row::command);
@@ -105,16 +105,16 @@ UnitStatus VirtualUnit::execute(const Command &command, std::string &answerField
     return status;
 }
 
-bool VirtualUnit::isSilent() const { return std::chrono::steady_clock::now() < silentUntil_; }
+bool VirtualUnit::isSilent() const { return std::chrono::steady_clock::now() < silentUntil; }
 
-void VirtualUnit::setErrorText(int status, std::string text) { errorTexts_[status] = std::move(text); }
+void VirtualUnit::setErrorText(int status, std::string text) { errorTexts[status] = std::move(text); }
 
 void VirtualUnit::describeError(Exchange &exchange) const
 {
     const int status = exchange.request.address('A', anyNumber);
-    const auto special = errorTexts_.find(status);
+    const auto special = errorTexts.find(status);
     exchange.answer.number('A', status, anyNumber);
-    exchange.answer.text('B', special != errorTexts_.end() ? special->second : statusText(status));
+    exchange.answer.text('B', special != errorTexts.end() ? special->second : statusText(status));
 }
 
 void VirtualUnit::writeFirmware(FieldDecoder &request)
@@ -129,20 +129,20 @@ void VirtualUnit::writeFirmware(FieldDecoder &request)
         request.text('B', bytes);
     }
     if (request.finish() == UnitStatus::Ok)
-        request.fail(allSent ? upload_.finish() : restart ? install() : upload_.addChunk(number, bytes));
+        request.fail(allSent ? upload.finish() : restart ? install() : upload.addChunk(number, bytes));
 }
 
 UnitStatus VirtualUnit::install()
 {
     std::vector<std::uint8_t> image;
-    const UnitStatus status = upload_.takeImage(image);
+    const UnitStatus status = upload.takeImage(image);
     if (status != UnitStatus::Ok) return status;
-    silentUntil_ = std::chrono::steady_clock::now() + restartTime_;
+    silentUntil = std::chrono::steady_clock::now() + restartDuration;
     if (!image.empty()) {  // Without data the unit only restarts.
         const FirmwareVersion version = firmwareVersion(image);
-        memory_.deviceInfo.firmwareMajor = version.major;
-        memory_.deviceInfo.firmwareMinor = version.minor;
-        memory_.firmware = std::move(image);
+        stored.deviceInfo.firmwareMajor = version.major;
+        stored.deviceInfo.firmwareMinor = version.minor;
+        stored.firmware = std::move(image);
     }
     return UnitStatus::Ok;
 }

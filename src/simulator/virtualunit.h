@@ -34,8 +34,8 @@ public:
     /// Replaces the text that "RET" answers for a status number.
     void setErrorText(int status, std::string text);
 
-    const UnitMemory &memory() const { return memory_; }
-    UnitMemory &memory() { return memory_; }
+    const UnitMemory &memory() const { return stored; }
+    UnitMemory &memory() { return stored; }
 
 private:
     struct Exchange;
@@ -45,9 +45,9 @@ private:
     void writeFirmware(FieldDecoder &request);
     UnitStatus install();
 
-    UnitMemory memory_;
-    FirmwareUpload upload_;
-    std::map<int, std::string> errorTexts_;
-    std::chrono::milliseconds restartTime_;
-    std::chrono::steady_clock::time_point silentUntil_;
+    UnitMemory stored;
+    FirmwareUpload upload;
+    std::map<int, std::string> errorTexts;
+    std::chrono::milliseconds restartDuration;
+    std::chrono::steady_clock::time_point silentUntil;
 };

@@ -69,6 +69,7 @@ protected:
                 marker->deleteLater();
             });
             if (!becomes([&] { return reached->load(); })) return false;
+            QCoreApplication::processEvents();  // the answers
             quietRounds = seen == exchanges ? quietRounds + 1 : 0;
         }
         return true;

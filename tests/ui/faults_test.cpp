@@ -76,7 +76,7 @@ protected:
     {
         QWidget *const dialog = QApplication::activeModalWidget();
         if (auto *const files = qobject_cast<QFileDialog *>(dialog)) {
-            files->selectFile(folder.filePath("image.bin"));
+            files->findChild<QLineEdit *>("fileNameEdit")->setText(folder.filePath("image.bin"));
             static_cast<QDialog *>(files)->done(QDialog::Accepted);
         } else if (auto *const box = qobject_cast<QMessageBox *>(dialog)) {
             report(box->windowTitle(), box->text());
@@ -188,7 +188,7 @@ TEST_P(Faults, InTheFirmwareUpload)
     EXPECT_FALSE(find<QLabel>("label_loading").isVisible());
     EXPECT_TRUE(find<QWidget>("widget_presets").isEnabled());
     if (fails) {
-        QTest::qWait(200);  // an answer that is late comes and goes: identifiers are not compared
+        QTest::qWait(200);                // an answer that is late comes and goes: identifiers are not compared
         click("pushButton_settingsTab");  // a unit that hung up is found again
         ASSERT_TRUE(becomes([this] { return keyboard().currentText() == "QWERTY"; }) && settles());
         reports.clear();
