@@ -487,6 +487,8 @@ void DeviceController::changeWahPad2(WahPadSetting setting)
                  &DeviceController::gotSettings);
 }
 
+// --- MIDI in
+
 void DeviceController::changeChannel(int channel)
 {
     changeGlobal(&DataFromDevice::midiInData, &KORA::changeChannel, &MidiInData::channel, channel,
@@ -504,6 +506,8 @@ void DeviceController::changePCFunction(MidiInPCFunction function)
     changeGlobal(&DataFromDevice::midiInData, &KORA::changePCFunction, &MidiInData::pcFunction, function,
                  &DeviceController::gotMidiIn);
 }
+
+// --- Expression pedal
 
 void DeviceController::changePeriod(ExpressionPedalPeriod period)
 {
@@ -540,6 +544,8 @@ void DeviceController::changeControllerNumber(int controller)
     changeGlobal(&DataFromDevice::expressionPedalData, &KORA::changeControllerNumber,
                  &ExpressionPedalData::controllerNumber, controller, &DeviceController::gotExpressionPedal);
 }
+
+// --- Switch outs
 
 void DeviceController::changeSwitchOut(SwitchOutSetting setting, int number)
 {

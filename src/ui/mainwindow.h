@@ -55,15 +55,18 @@ signals:
     void changePresetChangeName(PresetChangeName when);
     void changeWahPad1(WahPadSetting setting);
     void changeWahPad2(WahPadSetting setting);
+
     void changeChannel(int channel);
     void changePCFunction(MidiInPCFunction function);
     void changeCCFunction(MidiInCCFunction function);
+
     void changePeriod(ExpressionPedalPeriod period);
     void changeCharacteristic(ExpressionPedalCharacteristic characteristic);
     void changeToeUp(int value);
     void changeToeDown(int value);
     void changeMidiDeviceNumber(int number);
     void changeControllerNumber(int controller);
+
     void changeSwitchOut(SwitchOutSetting setting, int number);
 
     void updateFirmwareSignal(const QString &path);
@@ -111,15 +114,18 @@ public slots:
     void presetChangeNameChanged(int index);
     void wahPad1Changed(int index);
     void wahPad2Changed(int index);
+
     void channelChanged(int index);
     void pcFunctionChanged(int index);
     void ccFunctionChanged(int index);
+
     void periodChanged(int index);
     void characteristicChanged(int index);
     void toeUpChanged(int index);
     void toeDownChanged(int index);
     void midiDeviceNumberChanged(int index);
     void controllerNumberChanged(int index);
+
     void switchOut1Changed(int index);
     void switchOut2Changed(int index);
     void switchOut3Changed(int index);

@@ -30,7 +30,7 @@ const Trouble troubles[] = {
     {"WrongChecksum", Fault::wrongChecksum(), "Incorrect Checksum", true},
     {"CutOff", Fault::cutOff(), timeout, true},
     {"ZeroByte", Fault::zeroByte(), "Incorrect Checksum", true},
-    {"ErrorStatus", Fault::errorStatus(99, "Memory worn out"), "Memory worn out", false},
+    {"ErrorStatus", Fault::errorStatus(99, "<h1>Worn</h1> out"), "<h1>Worn</h1> out", false},
     {"EndlessStream", Fault::endlessStream(), timeout, false},
     {"HangUp", Fault::hangUp(), timeout, true},
 };
@@ -80,6 +80,11 @@ protected:
             static_cast<QDialog *>(files)->done(QDialog::Accepted);
         } else if (auto *const box = qobject_cast<QMessageBox *>(dialog)) {
             report(box->windowTitle(), box->text());
+            if (box->windowTitle() == "Error") {
+                EXPECT_EQ(box->textFormat(), Qt::PlainText);
+                EXPECT_EQ(box->icon(), QMessageBox::Critical);
+                EXPECT_EQ(box->standardButtons(), QMessageBox::Ok);
+            }
             box->button(QMessageBox::Ok)->click();
         }
     }

@@ -96,28 +96,6 @@ TEST_F(Editor, ALostUnitIsNoticedWithoutABoxAndFoundAgainEveryTime)
     }
 }
 
-TEST_F(Editor, ARefusalIsShownInTheUnitsOwnWordsAsPlainText)
-{
-    click("pushButton_settingsTab");
-    ASSERT_TRUE(settles());
-    unit.queueFault(Fault::errorStatus(9, "<h1>No</h1>"));
-    bool seen = false;
-    onDialog([&](QWidget &dialog) {
-        auto &box = dynamic_cast<QMessageBox &>(dialog);
-        seen = box.windowTitle() == "Error" && box.text() == "<h1>No</h1>" && box.textFormat() == Qt::PlainText &&
-               box.icon() == QMessageBox::Critical && box.standardButtons() == QMessageBox::Ok;
-        accept(box);
-    });
-    auto &keyboard = find<QComboBox>("comboBox_keyboardType");
-    const QString stored = keyboard.currentText();
-    choose(keyboard, stored == "QWERTY" ? "AZERTY" : "QWERTY");
-    ASSERT_TRUE(becomes([&] { return seen; }));
-    EXPECT_TRUE(isConnected());
-    click("pushButton_settingsTab");
-    ASSERT_TRUE(settles());
-    EXPECT_EQ(keyboard.currentText(), stored);
-}
-
 TEST_F(Editor, ASecondEditorOnThePortGetsOnWithTheFirst)
 {
     MainWindow second(unitsPort);
@@ -279,17 +257,4 @@ TEST_F(Upload, ClosingTheWindowStopsBetweenTwoChunks)
     const auto sent = unit.takeRequests();
     EXPECT_LT(sent.size(), 1900U);
     EXPECT_EQ(sent.back().substr(0, 5), wire("WFD|A"));
-}
-
-TEST(Search, EndsWithinOneProbeWhenTheWindowIsClosed)
-{
-    UnitPort silent;
-    silent.queueFault(Fault::silence());
-    MainWindow window([&] { return QStringList(QString::fromStdString(silent.location())); });
-    window.show();
-    QTest::qWait(200);
-    QElapsedTimer clock;
-    clock.start();
-    window.close();
-    EXPECT_LT(clock.elapsed(), 1300);
 }
