@@ -24,6 +24,7 @@ class DeviceController : public QObject
     Q_OBJECT
 
 public:
+    /// `listPorts` names the ports to try, on the thread of the search; an empty one stands for the system's.
     explicit DeviceController(PortLister listPorts = systemPortLocations, QObject *parent = nullptr);
     ~DeviceController() override;
 

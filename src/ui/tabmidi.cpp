@@ -39,8 +39,6 @@ TabMidi::TabMidi(QTableWidget *tableWidget)
     look::orderTabs(table);
 }
 
-TabMidi::~TabMidi() = default;
-
 void TabMidi::loadDataFromDevice(DataFromDevice *dataFromDevice)
 {
     BankTable::loadDataFromDevice(dataFromDevice);
@@ -95,7 +93,8 @@ void TabMidi::edit(int bank, int preset, int device)
     const auto slot = static_cast<std::size_t>(device);
     // Without its definition a device's messages cannot be shown, and what is not shown must not be replaced.
     if (!editableRecord(bank, preset) || !data->midiDevices.at(slot).load()) return;
-    editor = std::make_unique<MidiEditorWindow>(data, bank, preset, device, table->window());
+    if (editor) editor->deleteLater();
+    editor = new MidiEditorWindow(data, bank, preset, device, table->window());
     if (editor->exec() != QDialog::Accepted) return;
 
     // Meanwhile the unit may have changed the preset or another unit may have come.

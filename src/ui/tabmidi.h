@@ -2,7 +2,7 @@
 
 #include "ui/banktable.h"
 
-#include <memory>
+#include <QPointer>
 
 class MidiEditorWindow;
 class NameButton;
@@ -15,7 +15,6 @@ class TabMidi : public BankTable
 public:
     /// Lays out a table of 14 columns and one row, which stays its owner's.
     explicit TabMidi(QTableWidget *tableWidget);
-    ~TabMidi() override;
 
 signals:
     void getMidiDevicesData();
@@ -41,5 +40,5 @@ private:
     void edit(int bank, int preset, int device);
 
     QVector<QVector<NameButton *>> deviceButtons;  // by device, then preset
-    std::unique_ptr<MidiEditorWindow> editor;      // the last one opened
+    QPointer<MidiEditorWindow> editor;             // the last one opened; the window owns it
 };

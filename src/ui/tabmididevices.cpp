@@ -72,8 +72,6 @@ TabMidiDevices::TabMidiDevices(QTableWidget *tableWidget) : table(tableWidget)
     look::orderTabs(table);
 }
 
-TabMidiDevices::~TabMidiDevices() = default;
-
 void TabMidiDevices::addRow()
 {
     const int row = table->rowCount();
@@ -243,7 +241,8 @@ void TabMidiDevices::controllersWidgetClicked()
 {
     const int row = controllersButtons.indexOf(qobject_cast<QPushButton *>(sender()));
     if (row < 0 || !storedDevice(row)) return;
-    controllerList = std::make_unique<ControllerListWindow>(data, row, table->window());
+    if (controllerList) controllerList->deleteLater();
+    controllerList = new ControllerListWindow(data, row, table->window());
     if (controllerList->exec() != QDialog::Accepted || !storedDevice(row)) return;  // the unit may have gone meanwhile
     emit controllersNamesOrNumberChanged(row + 1, controllerList->names(), controllerList->numbers());
 }

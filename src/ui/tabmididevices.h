@@ -5,6 +5,7 @@
 
 #include <QIcon>
 #include <QObject>
+#include <QPointer>
 #include <QString>
 #include <QVector>
 
@@ -29,7 +30,6 @@ class TabMidiDevices : public QObject
 public:
     /// Lays out a table of 9 columns and no rows, which stays its owner's.
     explicit TabMidiDevices(QTableWidget *tableWidget);
-    ~TabMidiDevices() override;
 
     void show();
     void hide();
@@ -87,5 +87,5 @@ private:
     QVector<QPushButton *> controllersButtons;
     std::array<QVector<QComboBox *>, ChoiceCount> boxes;
 
-    std::unique_ptr<ControllerListWindow> controllerList;  // the last one opened
+    QPointer<ControllerListWindow> controllerList;  // the last one opened; the window owns it
 };
