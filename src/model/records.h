@@ -1,10 +1,11 @@
 #pragma once
 
-#include "model/enumerations.h"
+#include "model/fieldtable.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -19,12 +20,21 @@ inline constexpr int switchCount = 6;
 inline constexpr int switchOutCount = 6;
 inline constexpr std::size_t maxControlChanges = 20;  ///< control changes of a preset
 
-/// "None" in every 8-bit field that names a MIDI channel, device, controller or program number.
-inline constexpr std::uint8_t none = 255;
-/// A control-change value that toggles between two values instead of setting one.
-inline constexpr std::uint8_t toggleValue = 254;
-/// A control-change value that sends nothing; written, it makes the unit drop the message.
-inline constexpr std::uint8_t inactiveValue = 255;
+namespace range {
+inline constexpr Range midi{0, 127};
+inline constexpr Range midiOrNone{0, 127, Range::Also::None};
+inline constexpr Range controlValue{0, 127, Range::Also::ToggleAndInactive};
+inline constexpr Range program{1, 128, Range::Also::None};
+inline constexpr Range channel{1, 16, Range::Also::None};
+inline constexpr Range preset{0, presetCount - 1};
+inline constexpr Range device{1, midiDeviceCount};
+inline constexpr Range deviceOrNone{1, midiDeviceCount, Range::Also::None};
+/// A place in a MIDI device's list of controllers.
+inline constexpr Range position{1, controllerCount};
+inline constexpr Range positionOrNone{1, controllerCount, Range::Also::None};
+inline constexpr Range calibration{0, 4095};
+inline constexpr Range any{std::numeric_limits<int>::min(), std::numeric_limits<int>::max()};
+}  // namespace range
 
 /// Identity of the unit ("RDI"). The meanings of the two texts and of the last two numbers are the unit's own.
 struct DeviceInfo
@@ -45,6 +55,21 @@ struct DeviceInfo
     std::int32_t fourthNumber = 0;   ///< field F
 };
 
+template <>
+struct Table<DeviceInfo>
+{
+    static constexpr const char *read = "RDI", *write = nullptr, *place = "UNIT";
+    static constexpr bool eightBit = false;
+    static constexpr std::tuple fields{
+        field('A', &DeviceInfo::firstText, "firstText", "FIRST TEXT").setOnTheUnit(),
+        field('B', &DeviceInfo::secondText, "secondText", "SECOND TEXT").setOnTheUnit(),
+        field('C', &DeviceInfo::firmwareMajor, "firmwareMajor", "FIRMWARE MAJOR", range::any).setOnTheUnit(),
+        field('D', &DeviceInfo::firmwareMinor, "firmwareMinor", "FIRMWARE MINOR", range::any).setOnTheUnit(),
+        field('E', &DeviceInfo::thirdNumber, "thirdNumber", "THIRD NUMBER", range::any).setOnTheUnit(),
+        field('F', &DeviceInfo::fourthNumber, "fourthNumber", "FOURTH NUMBER", range::any).setOnTheUnit(),
+    };
+};
+
 /// One bank ("RBB"): its name and what its two wah pads do.
 struct BankData
 {
@@ -63,6 +88,20 @@ struct BankData
     std::uint8_t wahPad2PresetNumber = 0;  ///< 0 to 9
 };
 
+template <>
+struct Table<BankData>
+{
+    static constexpr const char *read = "RBB", *write = "WBB", *place = "BANK";
+    static constexpr bool eightBit = true;
+    static constexpr std::tuple fields{
+        field('B', &BankData::name, "name", "NAME"),
+        field('C', &BankData::wahPad1Action, "wahPad1.action", "WAH PAD 1 ACTION"),
+        field('D', &BankData::wahPad1PresetNumber, "wahPad1.preset", "WAH PAD 1 PRESET", range::preset),
+        field('E', &BankData::wahPad2Action, "wahPad2.action", "WAH PAD 2 ACTION"),
+        field('F', &BankData::wahPad2PresetNumber, "wahPad2.preset", "WAH PAD 2 PRESET", range::preset),
+    };
+};
+
 /// One control-change message of a preset.
 struct ControlChangeData
 {
@@ -76,6 +115,16 @@ struct ControlChangeData
     std::uint8_t midiDeviceNumber = none;  ///< 1 to 10
     std::uint8_t controllerNumber = none;  ///< 1 to 20: position in that device's controller list
     std::uint8_t value = inactiveValue;    ///< 0 to 127, `toggleValue` or `inactiveValue`
+};
+
+template <>
+struct Table<ControlChangeData>
+{
+    static constexpr std::tuple fields{
+        field('A', &ControlChangeData::midiDeviceNumber, "device", "MIDI DEVICE", range::device),
+        field('B', &ControlChangeData::controllerNumber, "controller", "CONTROLLER", range::position),
+        field('C', &ControlChangeData::value, "value", "VALUE", range::controlValue),
+    };
 };
 
 /// What the expression pedal drives while a preset is on.
@@ -94,6 +143,18 @@ struct PresetExpressionPedal
     ExpressionPedalCharacteristic characteristic = ExpressionPedalCharacteristic::Linear;
     std::uint8_t toeUp = 0;    ///< 0 to 127
     std::uint8_t toeDown = 0;  ///< 0 to 127
+};
+
+template <>
+struct Table<PresetExpressionPedal>
+{
+    static constexpr std::tuple fields{
+        field('A', &PresetExpressionPedal::midiDeviceNumber, "device", "MIDI DEVICE", range::deviceOrNone),
+        field('B', &PresetExpressionPedal::controllerNumber, "controller", "CONTROLLER", range::positionOrNone),
+        field('C', &PresetExpressionPedal::characteristic, "characteristic", "CHARACTERISTIC"),
+        field('D', &PresetExpressionPedal::toeUp, "toeUp", "TOE UP VALUE", range::midi),
+        field('E', &PresetExpressionPedal::toeDown, "toeDown", "TOE DOWN VALUE", range::midi),
+    };
 };
 
 /// `Count` times the same value.
@@ -129,6 +190,25 @@ struct PresetData
     PresetExpressionPedal expressionPedal{none, 0, ExpressionPedalCharacteristic::Linear, 0, 0};
 };
 
+template <>
+struct Table<PresetData>
+{
+    static constexpr const char *read = "RBP", *write = "WBP", *place = "PRESET";
+    static constexpr bool eightBit = false;
+    static constexpr std::tuple fields{
+        field('C', &PresetData::name, "name", "NAME"),
+        field('D', &PresetData::footswitchFunction, "footswitchFunction", "FOOTSWITCH FUNCTION"),
+        field('A', &PresetData::bufferLoop, "bufferLoop", "BUFFER").in('E'),
+        field('B', &PresetData::loops, "loops", "LOOP").in('E'),
+        field('A', &PresetData::switches, "switches", "SWITCH").in('F'),
+        field('A', &PresetData::controlChanges, "controlChanges", "CONTROL CHANGE").in('G').mayBeAbsent(),
+        field('a', &PresetData::programChanges, "programChanges", "PROGRAM CHANGE OF MIDI", range::program)
+            .in('G')
+            .mayBeAbsent(),
+        field('n', &PresetData::expressionPedal, "expressionPedal", "EXPRESSION PEDAL").in('G').mayBeAbsent(),
+    };
+};
+
 /// A named controller of a MIDI device.
 struct Controller
 {
@@ -136,6 +216,15 @@ struct Controller
 
     std::string name;
     std::uint8_t number = none;  ///< MIDI controller number 0 to 127, or `none` while the slot is not defined
+};
+
+template <>
+struct Table<Controller>
+{
+    static constexpr std::tuple fields{
+        field('A', &Controller::name, "name", "NAME"),
+        field('B', &Controller::number, "number", "NUMBER", range::midiOrNone),
+    };
 };
 
 /// One external MIDI device ("RMD", device numbers 1 to 10).
@@ -162,6 +251,24 @@ struct MidiDevice
     TapTempoNote noteType = TapTempoNote::Off;
 };
 
+template <>
+struct Table<MidiDevice>
+{
+    static constexpr const char *read = "RMD", *write = "WMD", *place = "MIDI DEVICE";
+    static constexpr bool eightBit = false;
+    static constexpr std::tuple fields{
+        field('B', &MidiDevice::name, "name", "NAME"),
+        field('C', &MidiDevice::channel, "channel", "CHANNEL", range::channel),
+        field('D', &MidiDevice::sendCCFirst, "sendCCFirst", "SEND CC FIRST"),
+        field('E', &MidiDevice::tapTempo, "tapTempo", "TAP TEMPO"),
+        field('F', &MidiDevice::controllers, "controllers", "CONTROLLER"),
+        field('a', &MidiDevice::tapController, "tapController", "TAP CONTROLLER", range::position),
+        field('b', &MidiDevice::tapControllerValue, "tapControllerValue", "TAP CONTROLLER VALUE", range::controlValue),
+        field('c', &MidiDevice::noteNumber, "noteNumber", "TAP TEMPO NOTE NO", range::midi),
+        field('d', &MidiDevice::noteType, "noteType", "TAP TEMPO NOTE"),
+    };
+};
+
 /// Global settings ("ROS").
 struct Settings
 {
@@ -178,6 +285,24 @@ struct Settings
     PresetChangeName presetChangeName = PresetChangeName::Always;
 };
 
+template <>
+struct Table<Settings>
+{
+    static constexpr const char *read = "ROS", *write = "WOS", *place = "SETTINGS";
+    static constexpr bool eightBit = true;
+    static constexpr std::tuple fields{
+        field('A', &Settings::bankPresetChangeMode, "bankPresetChangeMode", "BANK/PRESET CHANGE MODE"),
+        field('B', &Settings::recallUserBanksOnly, "recallUserBanksOnly", "RECALL USER BANKS ONLY"),
+        field('C', &Settings::oneTimeMidiModeSend, "oneTimeMidiModeSend", "ONE TIME MIDI SEND MODE"),
+        field('D', &Settings::wahPad1, "wahPad1", "WAH PAD 1"),
+        field('E', &Settings::wahPad2, "wahPad2", "WAH PAD 2"),
+        field('F', &Settings::clickProtection, "clickProtection", "CLICK PROTECTION"),
+        field('G', &Settings::loopsSplit, "loopsSplit", "LOOP SPLIT"),
+        field('J', &Settings::keyboardType, "keyboardType", "KEYBOARD TYPE"),
+        field('K', &Settings::presetChangeName, "presetChangeName", "PRESET CHANGE NAME"),
+    };
+};
+
 /// Modes of the six switch outputs ("RSO"); slot = switch-out number - 1.
 struct SwitchOutData
 {
@@ -186,6 +311,14 @@ struct SwitchOutData
     bool operator==(const SwitchOutData &) const = default;
 
     std::array<SwitchOutSetting, switchOutCount> switchOuts = filled<switchOutCount>(SwitchOutSetting::Latching);
+};
+
+template <>
+struct Table<SwitchOutData>
+{
+    static constexpr const char *read = "RSO", *write = "WSO", *place = "SWITCH OUTS";
+    static constexpr bool eightBit = true;
+    static constexpr std::tuple fields{field('A', &SwitchOutData::switchOuts, "switchOuts", "SWITCH OUT")};
 };
 
 /// MIDI IN settings ("RMI").
@@ -200,6 +333,18 @@ struct MidiInData
     std::uint8_t channel = none;  ///< 1 to 16, or `none`
     MidiInPCFunction pcFunction = MidiInPCFunction::Unused;
     MidiInCCFunction ccFunction = MidiInCCFunction::Unused;
+};
+
+template <>
+struct Table<MidiInData>
+{
+    static constexpr const char *read = "RMI", *write = "WMI", *place = "MIDI IN";
+    static constexpr bool eightBit = true;
+    static constexpr std::tuple fields{
+        field('A', &MidiInData::channel, "channel", "CHANNEL", range::channel),
+        field('B', &MidiInData::pcFunction, "pcFunction", "PC FUNCTION"),
+        field('C', &MidiInData::ccFunction, "ccFunction", "CC FUNCTION"),
+    };
 };
 
 /// Global expression pedal settings ("REP").
@@ -225,4 +370,27 @@ struct ExpressionPedalData
     std::uint8_t midiDeviceNumber = none;  ///< 1 to 10, or `none`
     std::uint8_t controllerNumber = none;  ///< 1 to 20: position in that device's controller list, or `none`
     bool onTheFlyMode = false;             ///< the unit does not report it
+};
+
+template <>
+struct Table<ExpressionPedalData>
+{
+    static constexpr const char *read = "REP", *write = "WEP", *place = "EXPRESSION PEDAL";
+    static constexpr bool eightBit = true;
+    // onTheFlyMode has no row: the unit does not report it.
+    static constexpr std::tuple fields{
+        field('C', &ExpressionPedalData::characteristic, "characteristic", "CHARACTERISTIC"),
+        field('D', &ExpressionPedalData::period, "period", "PERIOD"),
+        field('E', &ExpressionPedalData::toeUp, "toeUp", "TOE UP VALUE", range::midi),
+        field('F', &ExpressionPedalData::toeDown, "toeDown", "TOE DOWN VALUE", range::midi),
+        field('G', &ExpressionPedalData::calibrationUp, "calibrationUp", "CALIBRATION UP VALUE", range::calibration)
+            .setOnTheUnit(),
+        field('H', &ExpressionPedalData::calibrationDown, "calibrationDown", "CALIBRATION DOWN VALUE",
+              range::calibration)
+            .setOnTheUnit(),
+        field('I', &ExpressionPedalData::calibrationInversion, "calibrationInversion", "CALIBRATION INVERSION")
+            .setOnTheUnit(),
+        field('J', &ExpressionPedalData::midiDeviceNumber, "midiDevice", "MIDI DEVICE", range::deviceOrNone),
+        field('K', &ExpressionPedalData::controllerNumber, "controller", "CONTROLLER", range::positionOrNone),
+    };
 };
