@@ -1,5 +1,5 @@
 #include "simulator/unitport.h"
-#include "ui/mainwindow.h"
+#include "ui/shell/mainwindow.h"
 
 #include <QApplication>
 #include <QComboBox>

@@ -1,8 +1,8 @@
 #include "ui/editor.h"
-#include "ui/tabfootswitchfunction.h"
-#include "ui/tabloops.h"
-#include "ui/tabswitch.h"
-#include "ui/tabwahpads.h"
+#include "ui/tables/tabfootswitchfunction.h"
+#include "ui/tables/tabloops.h"
+#include "ui/tables/tabswitch.h"
+#include "ui/tables/tabwahpads.h"
 
 #include <QApplication>
 #include <QLineEdit>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "simulator/unitport.h"
-#include "ui/mainwindow.h"
+#include "ui/shell/mainwindow.h"
 
 #include <QComboBox>
 #include <QLabel>

@@ -1,9 +1,9 @@
 #include "link/connection.h"
 #include "support/wire.h"
-#include "ui/aboutwindow.h"
+#include "ui/dialogs/aboutwindow.h"
 #include "ui/editor.h"
-#include "ui/installdriverswindow.h"
-#include "ui/midieditorwindow.h"
+#include "ui/dialogs/installdriverswindow.h"
+#include "ui/dialogs/midieditorwindow.h"
 
 #include <QApplication>
 #include <QElapsedTimer>

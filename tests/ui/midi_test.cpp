@@ -1,11 +1,11 @@
 #include "support/wire.h"
-#include "ui/aboutwindow.h"
-#include "ui/controllerlistwindow.h"
+#include "ui/dialogs/aboutwindow.h"
+#include "ui/dialogs/controllerlistwindow.h"
 #include "ui/editor.h"
-#include "ui/midieditorwindow.h"
+#include "ui/dialogs/midieditorwindow.h"
 #include "ui/namebutton.h"
-#include "ui/tabmidi.h"
-#include "ui/tabmididevices.h"
+#include "ui/tables/tabmidi.h"
+#include "ui/tables/tabmididevices.h"
 
 #include <QApplication>
 #include <QDesktopServices>
