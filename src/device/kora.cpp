@@ -8,8 +8,6 @@
 #include <algorithm>
 #include <stdexcept>
 
-static std::uint8_t low8(int number) { return static_cast<std::uint8_t>(number); }
-
 KORA::KORA(std::shared_ptr<Connection> sharedConnection) : connection(std::move(sharedConnection)) {}
 
 KORA::~KORA() { connection->closeConnection(); }
@@ -49,179 +47,18 @@ SlaveFrame KORA::exchange(const MasterFrame &command)
     return response;
 }
 
-DeviceInfo KORA::getDeviceInfo()
+template <typename Insert, typename... Values>
+void KORA::write(MasterFrame command, Insert insert, const Values &...values)
 {
-    return read(frameFactory.readDeviceInfo(), &Translator::fromReadDeviceInfo_getDeviceInfo);
-}
-
-std::string KORA::getBankName(int bank)
-{
-    return read(frameFactory.readBankSettings(bank), &Translator::fromReadBankSettings_getBankName);
-}
-
-std::unique_ptr<BankData> KORA::getBankData(int bank)
-{
-    return read(frameFactory.readBankSettings(bank), &Translator::fromReadBankSettings_getBankData);
-}
-
-std::string KORA::getPresetName(int bank, int preset)
-{
-    return read(frameFactory.readPresetSettings(bank, preset), &Translator::fromReadPresetSettings_getPresetName);
-}
-
-FootswitchType KORA::getFootswitchFunction(int bank, int preset)
-{
-    return read(frameFactory.readPresetSettings(bank, preset),
-                &Translator::fromReadPresetSettings_getFootswitchFunction);
-}
-
-std::unique_ptr<PresetData> KORA::getPresetData(int bank, int preset)
-{
-    return read(frameFactory.readPresetSettings(bank, preset), &Translator::fromReadPresetSettings_getPresetData);
-}
-
-std::unique_ptr<MidiDevice> KORA::getMidiDevice(int device)
-{
-    return read(frameFactory.readMidiDeviceSettings(device), &Translator::fromReadMidiDeviceSettings_getMidiDevice);
-}
-
-std::unique_ptr<Settings> KORA::getSettings()
-{
-    return read(frameFactory.readOtherSettings(), &Translator::fromReadOtherSettings_getSettings);
-}
-
-std::unique_ptr<SwitchOutData> KORA::getSwitchOutData()
-{
-    return read(frameFactory.readSwitchOutSettings(), &Translator::fromReadSwitchOutSettings_getSwitchOutData);
-}
-
-std::unique_ptr<MidiInData> KORA::getMidiInData()
-{
-    return read(frameFactory.readMidiInSettings(), &Translator::fromReadMidiInSettings_getMidiInData);
-}
-
-std::unique_ptr<ExpressionPedalData> KORA::getExpressionPedalData()
-{
-    return read(frameFactory.readExpressionPedalSettings(),
-                &Translator::fromReadExpressionPedalSettings_getExpressionPedalData);
-}
-
-void KORA::changeBankName(const std::string &name, int bank)
-{
-    write(frameFactory.writeBankSettings(bank), &Decorator::insertIntoWriteBankSettings_BankName, name);
-}
-
-void KORA::changePresetWahPad1(int bank, WahPadAction action)
-{
-    write(frameFactory.writeBankSettings(bank), &Decorator::insertIntoWriteBankSettings_WahPad1Action, action);
-}
-
-void KORA::changePresetWahPad2(int bank, WahPadAction action)
-{
-    write(frameFactory.writeBankSettings(bank), &Decorator::insertIntoWriteBankSettings_WahPad2Action, action);
-}
-
-void KORA::changePresetNumberWahPad1(int bank, int preset)
-{
-    write(frameFactory.writeBankSettings(bank), &Decorator::insertIntoWriteBankSettings_WahPad1PresetNumber,
-          low8(preset));
-}
-
-void KORA::changePresetNumberWahPad2(int bank, int preset)
-{
-    write(frameFactory.writeBankSettings(bank), &Decorator::insertIntoWriteBankSettings_WahPad2PresetNumber,
-          low8(preset));
-}
-
-void KORA::changePresetName(const std::string &name, int bank, int preset)
-{
-    write(frameFactory.writePresetSettings(bank, preset), &Decorator::insertIntoWritePresetSettings_PresetName, name);
-}
-
-void KORA::changeFootswitchFunction(FootswitchType function, int bank, int preset)
-{
-    write(frameFactory.writePresetSettings(bank, preset), &Decorator::insertIntoWritePresetSettings_FootswitchType,
-          function);
-}
-
-void KORA::changeLoopType(LoopType buffer, const std::array<LoopType, loopCount> &loops, int bank, int preset,
-                          FootswitchType function)
-{
-    writeWith(function, frameFactory.writePresetSettings(bank, preset),
-              &Decorator::insertIntoWritePresetSettings_LoopsData, buffer, loops);
-}
-
-void KORA::changeSwitchType(const std::array<SwitchType, switchCount> &switches, int bank, int preset,
-                            FootswitchType function)
-{
-    writeWith(function, frameFactory.writePresetSettings(bank, preset),
-              &Decorator::insertIntoWritePresetSettings_SwitchOutData, switches);
+    (decorator.*insert)(command, values...);
+    exchange(command);
 }
 
 void KORA::changeProgramValue(int bank, int preset, int slot, int value, FootswitchType function)
 {
-    writeWith(function, frameFactory.writePresetSettings(bank, preset),
-              &Decorator::insertIntoWritePresetSettings_MidiProgramValue, slot, value);
-}
-
-void KORA::changePresetExpressionPedal(int bank, int preset, const PresetExpressionPedal &pedal,
-                                       FootswitchType function)
-{
-    writeWith(function, frameFactory.writePresetSettings(bank, preset),
-              &Decorator::insertIntoWritePresetSettings_PresetExpressionPedal, pedal);
-}
-
-void KORA::changeControlChangeData(int bank, int preset, const std::vector<ControlChangeData> &list,
-                                   FootswitchType function)
-{
-    writeWith(function, frameFactory.writePresetSettings(bank, preset),
-              &Decorator::insertIntoWritePresetSettings_ControlChangeData, list);
-}
-
-void KORA::changeMidiDeviceName(const std::string &name, int device)
-{
-    write(frameFactory.writeMidiDeviceSettings(device), &Decorator::insertIntoWriteMidiDeviceSettings_Text, name);
-}
-
-void KORA::changeMidiDeviceChannel(int channel, int device)
-{
-    write(frameFactory.writeMidiDeviceSettings(device), &Decorator::insertIntoWriteMidiDeviceSettings_ChannelNumber,
-          channel);
-}
-
-void KORA::changeSendCCFirst(bool on, int device)
-{
-    write(frameFactory.writeMidiDeviceSettings(device), &Decorator::insertIntoWriteMidiDeviceSettings_SendFirstCC, on);
-}
-
-void KORA::changeTapTempo(MidiDeviceTapTempo mode, int device)
-{
-    write(frameFactory.writeMidiDeviceSettings(device),
-          &Decorator::insertIntoWriteMidiDeviceSettings_MidiDeviceTapTempo, mode);
-}
-
-void KORA::changeTapController(int controller, int device)
-{
-    write(frameFactory.writeMidiDeviceSettings(device), &Decorator::insertIntoWriteMidiDeviceSettings_ControllerNumber,
-          controller);
-}
-
-void KORA::changeTapControllerValue(int value, int device)
-{
-    write(frameFactory.writeMidiDeviceSettings(device), &Decorator::insertIntoWriteMidiDeviceSettings_ControllerValue,
-          value);
-}
-
-void KORA::changeNoteNumber(int note, int device)
-{
-    write(frameFactory.writeMidiDeviceSettings(device),
-          &Decorator::insertIntoWriteMidiDeviceSettings_TapTempoNoteNumber, note);
-}
-
-void KORA::changeNoteType(TapTempoNote type, int device)
-{
-    write(frameFactory.writeMidiDeviceSettings(device), &Decorator::insertIntoWriteMidiDeviceSettings_TapTempoNoteType,
-          type);
+    MasterFrame command = frameFactory.writePresetSettings(bank, preset);
+    decorator.insertIntoWritePresetSettings_MidiProgramValue(command, slot, value);
+    write(command, &Decorator::insertIntoWritePresetSettings_FootswitchType, function);
 }
 
 void KORA::changeControllersNamesAndNumbers(const std::vector<std::string> &names, const std::vector<int> &numbers,
@@ -231,106 +68,10 @@ void KORA::changeControllersNamesAndNumbers(const std::vector<std::string> &name
           &Decorator::insertIntoWriteMidiDeviceSettings_ControllerNamesAndNumbers, names, numbers);
 }
 
-void KORA::changeChannel(int channel)
-{
-    write(frameFactory.writeMidiInSettings(), &Decorator::insertIntoWriteMidiInSettings_Channel, low8(channel));
-}
-
-void KORA::changePCFunction(MidiInPCFunction function)
-{
-    write(frameFactory.writeMidiInSettings(), &Decorator::insertIntoWriteMidiInSettings_MidiInPCFunction, function);
-}
-
-void KORA::changeCCFunction(MidiInCCFunction function)
-{
-    write(frameFactory.writeMidiInSettings(), &Decorator::insertIntoWriteMidiInSettings_MidiInCCFunction, function);
-}
-
-void KORA::changeCharacteristic(ExpressionPedalCharacteristic characteristic)
-{
-    write(frameFactory.writeExpressionPedalSettings(),
-          &Decorator::insertIntoWriteExpressionPedalSettings_ExpressionPedalCharacteristic, characteristic);
-}
-
-void KORA::changePeriod(ExpressionPedalPeriod period)
-{
-    write(frameFactory.writeExpressionPedalSettings(),
-          &Decorator::insertIntoWriteExpressionPedalSettings_ExpressionPedalPeriod, period);
-}
-
-void KORA::changeToeUp(int value)
-{
-    write(frameFactory.writeExpressionPedalSettings(),
-          &Decorator::insertIntoWriteExpressionPedalSettings_ExpressionPedalToeUp, low8(value));
-}
-
-void KORA::changeToeDown(int value)
-{
-    write(frameFactory.writeExpressionPedalSettings(),
-          &Decorator::insertIntoWriteExpressionPedalSettings_ExpressionPedalToeDown, low8(value));
-}
-
-void KORA::changeMidiDeviceNumber(int device)
-{
-    write(frameFactory.writeExpressionPedalSettings(),
-          &Decorator::insertIntoWriteExpressionPedalSettings_MidiDeviceNumber, low8(device));
-}
-
-void KORA::changeControllerNumber(int controller)
-{
-    write(frameFactory.writeExpressionPedalSettings(),
-          &Decorator::insertIntoWriteExpressionPedalSettings_ControllerNumber, low8(controller));
-}
-
 void KORA::changeSwitchOut(SwitchOutSetting setting, int number)
 {
     write(frameFactory.writeSwitchOutSettings(), &Decorator::insertIntoWriteSwitchOutSettings_SwitchOutSetting,
-          low8(number), setting);
-}
-
-void KORA::changeBankPresetChangeMode(BankPresetChangeMode mode)
-{
-    write(frameFactory.writeOtherSettings(), &Decorator::insertIntoWriteOtherSettings_BankPresetChangeMode, mode);
-}
-
-void KORA::changeRecallUserBanksOnly(bool on)
-{
-    write(frameFactory.writeOtherSettings(), &Decorator::insertIntoWriteOtherSettings_RecallUsersBankOnlyFlag, on);
-}
-
-void KORA::changeOneTimeMidiModeSend(bool on)
-{
-    write(frameFactory.writeOtherSettings(), &Decorator::insertIntoWriteOtherSettings_OneTimeModeMidiSendFlag, on);
-}
-
-void KORA::changeWahPad1(WahPadSetting setting)
-{
-    write(frameFactory.writeOtherSettings(), &Decorator::insertIntoWriteOtherSettings_WahPad1Setting, setting);
-}
-
-void KORA::changeWahPad2(WahPadSetting setting)
-{
-    write(frameFactory.writeOtherSettings(), &Decorator::insertIntoWriteOtherSettings_WahPad2Setting, setting);
-}
-
-void KORA::changeClickProtection(ClickProtection level)
-{
-    write(frameFactory.writeOtherSettings(), &Decorator::insertIntoWriteOtherSettings_ClickProtection, level);
-}
-
-void KORA::changeLoopsSplit(bool on)
-{
-    write(frameFactory.writeOtherSettings(), &Decorator::insertIntoWriteOtherSettings_LoopsSplitFlag, on);
-}
-
-void KORA::changeKeyboardType(KeyboardType type)
-{
-    write(frameFactory.writeOtherSettings(), &Decorator::insertIntoWriteOtherSettings_KeyboardType, type);
-}
-
-void KORA::changePresetChangeName(PresetChangeName when)
-{
-    write(frameFactory.writeOtherSettings(), &Decorator::insertIntoWriteOtherSettings_PresetChangeNameSetting, when);
+          static_cast<std::uint8_t>(number), setting);
 }
 
 void KORA::installFirmware(const std::vector<unsigned char> &image, const UploadProgress &progress)

@@ -2,228 +2,134 @@
 
 #include "protocol/failure.h"
 
+#include <algorithm>
+#include <optional>
 #include <type_traits>
 
 namespace {
 
-/// Reads the fields of one response, or the sub-fields of one of its fields, and knows where it is when one is missing.
+/// Reads members from the fields of one response, or from the sub-fields of one of its fields. Where that is in the
+/// response is worked out only for the message about a missing field.
 class Reader
 {
 public:
     Reader(const char *commandName, const SlaveFrame &response) : command(commandName), fields(&response.fields()) {}
 
-    bool has(char descriptor) const { return findField(*fields, descriptor).has_value(); }
-
-    std::string text(char descriptor) const { return require(descriptor).getValuePart(); }
-
-    /// A number as the type says: enumeration, flag (not 0), or the low bits of an integer.
-    template <typename Value>
-    Value value(char descriptor) const
+    /// Every row of a record's table, in the order of the wire.
+    template <HasTable Record>
+    void read(Record &record) const
     {
-        const int number = require(descriptor).intValue();
-        if constexpr (std::is_same_v<Value, bool>)
-            return number != 0;
-        else
-            return static_cast<Value>(number);
+        forEachField<Record>([&](const auto &row) { read(record, row); });
+    }
+
+    /// One row. A group that is not there leaves its members as they are.
+    template <typename Record, typename Member>
+    void read(Record &record, const FieldOf<Record, Member> &row) const
+    {
+        if (row.group == 0)
+            read(record.*row.member, row.letter, row.optional);
+        else if (const Field *group = find(row.group))
+            Reader(*this, *group).read(record.*row.member, row.letter, row.optional);
     }
 
     template <typename Value>
-    void read(Value &member, char descriptor) const
+    void read(Value &value, char letter, bool optional) const
     {
-        if constexpr (std::is_same_v<Value, std::string>)
-            member = text(descriptor);
-        else
-            member = value<Value>(descriptor);
+        if (const Field *field = optional ? find(letter) : &require(letter)) convert(*field, value);
     }
 
-    /// One value per array slot, from consecutive descriptors.
+    /// An array's values come under consecutive letters.
     template <typename Value, std::size_t Count>
-    void read(std::array<Value, Count> &members, char firstDescriptor) const
+    void read(std::array<Value, Count> &values, char letter, bool optional) const
     {
-        for (Value &member : members)
-            read(member, firstDescriptor++);
+        for (Value &value : values)
+            read(value, letter++, optional);
     }
 
-    Reader in(char descriptor) const { return Reader(*this, require(descriptor)); }
+    /// A list holds what is there of its letters, without gaps.
+    void read(std::vector<ControlChangeData> &list, char letter, bool) const
+    {
+        list.reserve(std::min(fields->size(), maxControlChanges));
+        for (std::size_t entry = 0; entry < maxControlChanges; ++entry)
+            if (const Field *field = find(letter++)) convert(*field, list.emplace_back());
+    }
 
 private:
-    Reader(const Reader &parent, const Field &field)
-        : command(parent.command), path(parent.path + field.getDescriptor() + '/'), fields(&field.getSubfields())
+    Reader(const Reader &outer, const Field &field)
+        : command(outer.command), parent(&outer), opened(field.getDescriptor()), fields(&field.getSubfields())
     {
         if (!fields->empty() || field.getValuePart().empty()) return;
         // The wire cannot tell a single sub-field from a value, so the tree holds it as the value.
-        compound = std::make_shared<Field>(field);
+        compound = field;
         compound->insertSubField(field.getValuePart());
         fields = &compound->getSubfields();
     }
 
-    const Field &require(char descriptor) const
+    const Field *find(char letter) const { return findField(*fields, letter).get_ptr(); }
+
+    const Field &require(char letter) const
     {
-        const auto found = findField(*fields, descriptor);
-        if (!found) fail(std::string("the answer to ") + command + " lacks field " + path + descriptor);
-        return *found;
+        if (const Field *found = find(letter)) return *found;
+        fail(std::string("the answer to ") + command + " lacks field " + path() + letter);
+    }
+
+    /// Of the field read from, "G/n/"; empty for the response itself.
+    std::string path() const { return parent ? parent->path() + opened + '/' : std::string(); }
+
+    template <typename Value>
+    void convert(const Field &field, Value &value) const
+    {
+        if constexpr (HasTable<Value>)
+            Reader(*this, field).read(value);
+        else if constexpr (std::is_same_v<Value, std::string>)
+            value = field.getValuePart();
+        else if constexpr (std::is_same_v<Value, bool>)
+            value = field.intValue() != 0;
+        else
+            value = static_cast<Value>(field.intValue());
     }
 
     const char *command;
-    std::string path;  // of the field read from, "G/n/"; empty for the response itself
-    std::shared_ptr<Field> compound;
-    const std::vector<Field> *fields;  // the response's, or those of `compound`
+    const Reader *parent = nullptr;
+    char opened = 0;
+    std::optional<Field> compound;
+    const std::vector<Field> *fields;  // the response's, the field's or those of `compound`
 };
 
 }  // namespace
 
-DeviceInfo Translator::fromReadDeviceInfo_getDeviceInfo(const SlaveFrame &response) const
+template <typename Record>
+std::unique_ptr<Record> Translator::decode(const SlaveFrame &response) const
 {
-    const Reader answer("RDI", response);
-    DeviceInfo info;
-    answer.read(info.firstText, 'A');
-    answer.read(info.secondText, 'B');
-    answer.read(info.firmwareMajor, 'C');
-    answer.read(info.firmwareMinor, 'D');
-    answer.read(info.thirdNumber, 'E');
-    answer.read(info.fourthNumber, 'F');
-    return info;
+    auto record = std::make_unique<Record>();
+    Reader(Table<Record>::read, response).read(*record);
+    return record;
 }
 
-std::string Translator::fromReadBankSettings_getBankName(const SlaveFrame &response) const
+template <auto Member>
+ValueOf<Member> Translator::decode(const SlaveFrame &response) const
 {
-    return Reader("RBB", response).text('B');
-}
-
-std::unique_ptr<BankData> Translator::fromReadBankSettings_getBankData(const SlaveFrame &response) const
-{
-    const Reader answer("RBB", response);
-    auto bank = std::make_unique<BankData>();
-    answer.read(bank->name, 'B');
-    answer.read(bank->wahPad1Action, 'C');
-    answer.read(bank->wahPad1PresetNumber, 'D');
-    answer.read(bank->wahPad2Action, 'E');
-    answer.read(bank->wahPad2PresetNumber, 'F');
-    return bank;
-}
-
-std::string Translator::fromReadPresetSettings_getPresetName(const SlaveFrame &response) const
-{
-    return Reader("RBP", response).text('C');
-}
-
-FootswitchType Translator::fromReadPresetSettings_getFootswitchFunction(const SlaveFrame &response) const
-{
-    return Reader("RBP", response).value<FootswitchType>('D');
-}
-
-std::unique_ptr<PresetData> Translator::fromReadPresetSettings_getPresetData(const SlaveFrame &response) const
-{
-    const Reader answer("RBP", response);
-    auto preset = std::make_unique<PresetData>();
-    answer.read(preset->name, 'C');
-    answer.read(preset->footswitchFunction, 'D');
-    if (answer.has('E')) {
-        const Reader loops = answer.in('E');
-        loops.read(preset->bufferLoop, 'A');
-        loops.read(preset->loops, 'B');
-    }
-    if (answer.has('F')) answer.in('F').read(preset->switches, 'A');
-    if (!answer.has('G')) return preset;
-
-    const Reader midi = answer.in('G');
-    for (char entry = 'A'; entry <= 'T'; ++entry) {
-        if (!midi.has(entry)) continue;
-        const Reader message = midi.in(entry);
-        ControlChangeData &change = preset->controlChanges.emplace_back();
-        message.read(change.midiDeviceNumber, 'A');
-        message.read(change.controllerNumber, 'B');
-        message.read(change.value, 'C');
-    }
-    char device = 'a';
-    for (std::uint8_t &program : preset->programChanges) {
-        if (midi.has(device)) midi.read(program, device);
-        ++device;
-    }
-    if (midi.has('n')) {
-        const Reader pedal = midi.in('n');
-        pedal.read(preset->expressionPedal.midiDeviceNumber, 'A');
-        pedal.read(preset->expressionPedal.controllerNumber, 'B');
-        pedal.read(preset->expressionPedal.characteristic, 'C');
-        pedal.read(preset->expressionPedal.toeUp, 'D');
-        pedal.read(preset->expressionPedal.toeDown, 'E');
-    }
-    return preset;
-}
-
-std::unique_ptr<MidiDevice> Translator::fromReadMidiDeviceSettings_getMidiDevice(const SlaveFrame &response) const
-{
-    const Reader answer("RMD", response);
-    auto device = std::make_unique<MidiDevice>();
-    answer.read(device->name, 'B');
-    answer.read(device->channel, 'C');
-    answer.read(device->sendCCFirst, 'D');
-    answer.read(device->tapTempo, 'E');
-    char slot = 'F';
-    for (Controller &controller : device->controllers) {
-        const Reader fields = answer.in(slot++);
-        fields.read(controller.name, 'A');
-        fields.read(controller.number, 'B');
-    }
-    answer.read(device->tapController, 'a');
-    answer.read(device->tapControllerValue, 'b');
-    answer.read(device->noteNumber, 'c');
-    answer.read(device->noteType, 'd');
-    return device;
-}
-
-std::unique_ptr<Settings> Translator::fromReadOtherSettings_getSettings(const SlaveFrame &response) const
-{
-    const Reader answer("ROS", response);
-    auto settings = std::make_unique<Settings>();
-    answer.read(settings->bankPresetChangeMode, 'A');
-    answer.read(settings->recallUserBanksOnly, 'B');
-    answer.read(settings->oneTimeMidiModeSend, 'C');
-    answer.read(settings->wahPad1, 'D');
-    answer.read(settings->wahPad2, 'E');
-    answer.read(settings->clickProtection, 'F');
-    answer.read(settings->loopsSplit, 'G');
-    answer.read(settings->keyboardType, 'J');
-    answer.read(settings->presetChangeName, 'K');
-    return settings;
-}
-
-std::unique_ptr<SwitchOutData> Translator::fromReadSwitchOutSettings_getSwitchOutData(const SlaveFrame &response) const
-{
-    const Reader answer("RSO", response);
-    auto data = std::make_unique<SwitchOutData>();
-    answer.read(data->switchOuts, 'A');
-    return data;
-}
-
-std::unique_ptr<MidiInData> Translator::fromReadMidiInSettings_getMidiInData(const SlaveFrame &response) const
-{
-    const Reader answer("RMI", response);
-    auto data = std::make_unique<MidiInData>();
-    answer.read(data->channel, 'A');
-    answer.read(data->pcFunction, 'B');
-    answer.read(data->ccFunction, 'C');
-    return data;
-}
-
-std::unique_ptr<ExpressionPedalData>
-Translator::fromReadExpressionPedalSettings_getExpressionPedalData(const SlaveFrame &response) const
-{
-    const Reader answer("REP", response);
-    auto pedal = std::make_unique<ExpressionPedalData>();
-    answer.read(pedal->characteristic, 'C');
-    answer.read(pedal->period, 'D');
-    answer.read(pedal->toeUp, 'E');
-    answer.read(pedal->toeDown, 'F');
-    answer.read(pedal->calibrationUp, 'G');
-    answer.read(pedal->calibrationDown, 'H');
-    answer.read(pedal->calibrationInversion, 'I');
-    answer.read(pedal->midiDeviceNumber, 'J');
-    answer.read(pedal->controllerNumber, 'K');
-    return pedal;
+    using Record = RecordOf<Member>;
+    Record record;
+    Reader(Table<Record>::read, response).read(record, rowOf<Member>());
+    return record.*Member;
 }
 
 std::string Translator::fromReadErrorDescription_getErrorDescription(const SlaveFrame &response) const
 {
-    return Reader("RET", response).text('B');
+    std::string text;
+    Reader("RET", response).read(text, 'B', false);
+    return text;
 }
+
+template std::unique_ptr<DeviceInfo> Translator::decode(const SlaveFrame &) const;
+template std::unique_ptr<BankData> Translator::decode(const SlaveFrame &) const;
+template std::unique_ptr<PresetData> Translator::decode(const SlaveFrame &) const;
+template std::unique_ptr<MidiDevice> Translator::decode(const SlaveFrame &) const;
+template std::unique_ptr<Settings> Translator::decode(const SlaveFrame &) const;
+template std::unique_ptr<SwitchOutData> Translator::decode(const SlaveFrame &) const;
+template std::unique_ptr<MidiInData> Translator::decode(const SlaveFrame &) const;
+template std::unique_ptr<ExpressionPedalData> Translator::decode(const SlaveFrame &) const;
+template std::string Translator::decode<&BankData::name>(const SlaveFrame &) const;
+template std::string Translator::decode<&PresetData::name>(const SlaveFrame &) const;
+template FootswitchType Translator::decode<&PresetData::footswitchFunction>(const SlaveFrame &) const;
