@@ -1,7 +1,9 @@
 #include "controller/devicecontroller.h"
 
 #include "controller/unitsearch.h"
+#include "device/answerlength.h"
 #include "device/kora.h"
+#include "link/connection.h"
 #include "protocol/failure.h"
 
 #include <QFile>
@@ -36,7 +38,7 @@ void requireIndex(const Array &records, int index)
 template <typename Record>
 void requireReadable(const Record &record)
 {
-    if (KORA::answerLength(record) > Connection::maxFrameLength)
+    if (answerLength(record) > Connection::maxFrameLength)
         fail("The name is too long: the unit could not be read any more");
 }
 
@@ -197,7 +199,10 @@ template <typename Record, std::size_t... Row>
 void DeviceController::changeRow(int row, int value, std::index_sequence<Row...> /*rows*/)
 {
     const auto tryRow = [&]<std::size_t Each>(std::integral_constant<std::size_t, Each>) {
-        if (static_cast<int>(Each) == row) changeGlobal<std::get<Each>(Table<Record>::fields).member>(value);
+        constexpr auto setting = std::get<Each>(Table<Record>::fields);
+        if constexpr (!setting.readOnly)
+            if (static_cast<int>(Each) == row)
+                changeGlobal<setting.member>(static_cast<ValueOf<setting.member>>(value));
     };
     (tryRow(std::integral_constant<std::size_t, Row>()), ...);
 }

@@ -1,6 +1,7 @@
 #include "ui/shell/mainwindow.h"
 
 #include "link/connection.h"
+#include "ui/combobox.h"
 #include "ui/look.h"
 #include "ui/preview/previewwidget.h"
 #include "ui/tables/tabfootswitchfunction.h"
@@ -39,7 +40,7 @@ QString undeliveredText(const QStringList &changes)
 
 }  // namespace
 
-MainWindow::MainWindow(PortLister listPorts, QWidget *parent)
+MainWindow::MainWindow(PortLister listPorts, QWidget *parent, DeviceController::Timeouts timeouts)
     : QMainWindow(parent, Qt::Window | Qt::FramelessWindowHint | Qt::WindowTitleHint | Qt::CustomizeWindowHint),
       controller(std::make_unique<DeviceController>(std::move(listPorts))), requests(*controller), aboutWindow(nullptr),
       installDriversWindow(nullptr), ui(this), drag(dragHeight)
@@ -54,6 +55,7 @@ MainWindow::MainWindow(PortLister listPorts, QWidget *parent)
     auto *logShortcut = new QShortcut(QKeySequence(QStringLiteral("Ctrl+Shift+L")), centralWidget());
     connect(logShortcut, &QShortcut::activated, this, &MainWindow::toggleLog);
 
+    controller->setTimeouts(timeouts);
     controller->moveToThread(&workerThread);
     requests.search([] {});  // begins with the thread
     workerThread.start();

@@ -38,7 +38,8 @@ class MainWindow : public QMainWindow
 
 public:
     /// Starts the search for a unit on the ports that `listPorts` names (called on the worker thread).
-    explicit MainWindow(PortLister listPorts = systemPortLocations, QWidget *parent = nullptr);
+    explicit MainWindow(PortLister listPorts = systemPortLocations, QWidget *parent = nullptr,
+                        DeviceController::Timeouts timeouts = {});
     ~MainWindow() override;
 
 signals:

@@ -85,9 +85,9 @@ void MainWindow::connectSettings()
     using Unit = DeviceController;
     using Window = MainWindow;
     const auto reads = [this](void (Window::*signal)(), void (Unit::*slot)(), const char *key,
-                              void (Unit::*announcement)(), void (Window::*show)()) {
+                              void (Unit::*announcement)(), void (Window::*refresh)()) {
         requests.connectRead(this, signal, slot, QLatin1String(key), [] {});
-        connect(controller.get(), announcement, this, show);
+        connect(controller.get(), announcement, this, refresh);
     };
     reads(&Window::getSettings, &Unit::getSettings, "settings", &Unit::gotSettings, &Window::gotSettings);
     reads(&Window::getMidiIn, &Unit::getMidiIn, "midiIn", &Unit::gotMidiIn, &Window::gotMidiIn);
