@@ -95,6 +95,7 @@ protected:
 
     Editor()
     {
+        unit.recordRequests();
         unit.onExchange([this](const std::string &, const std::string &) { ++exchanges; });
     }
     ~Editor() override { unit.onExchange({}); }
