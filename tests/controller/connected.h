@@ -50,9 +50,8 @@ protected:
     {
         unit.alter([](UnitMemory &memory) { memory.expressionPedal.onTheFlyMode = false; });  // is never reported
         QObject::connect(&controller, &DeviceController::found, [this](DataFromDevice *found) { data = found; });
-        unit.recordRequests();
         controller.searchDevice();
-        unit.takeRequests();
+        unit.recordRequests();
         recorder.take();
     }
 
