@@ -26,9 +26,9 @@ public:
 
     struct Change
     {
-        QString words;  ///< for people: what it changes
-        Work work;
-        Work settled = [] {};  ///< called once, when the change is done, refused or dropped
+        QString words;               ///< for people: what it changes
+        std::function<bool()> work;  ///< false when it cannot be made any more
+        Work settled = [] {};        ///< called once, when the change is done, refused or given up
     };
 
     explicit RequestQueue(DeviceController &unit, QObject *parent = nullptr);
