@@ -18,9 +18,9 @@ ComboBox *MainWindow::addSetting(SettingsPage &page, const char *objectName, Set
         connect(box, chosen, this, changed);
     else if (!row.readOnly)
         connect(box, chosen, this, [this](int index) {
-            requests.change(
-                {settingWords<Member>(), requests.onWorker(&DeviceController::changeSetting, settingId<Member>(),
-                                                           static_cast<int>(valueOfItem<Member>(index)))});
+            const auto work = requests.onWorker(&DeviceController::changeSetting, settingId<Member>(),
+                                                static_cast<int>(valueOfItem<Member>(index)));
+            requests.change({settingWords<Member>(), RequestQueue::made(work)});
         });
     return box;
 }
