@@ -1,5 +1,5 @@
 #include "simulator/unitport.h"
-#include "ui/mainwindow.h"
+#include "ui/shell/mainwindow.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -74,7 +74,6 @@ public:
 
     void round()
     {
-        unit.takeRequests();  // or they would pile up
         for (const char *table : {"footswitchFunction", "loops", "switch", "midi", "wahPads"}) {
             const bool pads = QLatin1String(table) == QLatin1String("wahPads");
             page(table, pads ? 2 : 0, 2);

@@ -3,11 +3,11 @@
 #include "controller/devicecontroller.h"
 #include "simulator/unitport.h"
 #include "timing.h"
-#include "ui/tabfootswitchfunction.h"
-#include "ui/tabloops.h"
-#include "ui/tabmidi.h"
-#include "ui/tabswitch.h"
-#include "ui/tabwahpads.h"
+#include "ui/tables/tabfootswitchfunction.h"
+#include "ui/tables/tabloops.h"
+#include "ui/tables/tabmidi.h"
+#include "ui/tables/tabswitch.h"
+#include "ui/tables/tabwahpads.h"
 
 #include <QApplication>
 #include <QComboBox>

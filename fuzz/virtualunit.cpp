@@ -25,6 +25,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t siz
     static VirtualUnit unit(initial, std::chrono::milliseconds(0));
     const std::string text = textOf(bytes, size);
     answered(unit, text);
+    // Else an input could be refused for nothing but the identifier of the last one.
+    static const std::string between = buildFrame("18446744073709551615", "RDI");
+    answered(unit, between);
     const std::string answer = answered(unit, '\x02' + text + bitwiseCrcText(text) + '\x03');
     const bool accepted = answer[answer.find('\x1C') + 1] == '0';
     if (!accepted) require(unit.memory() == initial, "a command that was refused has changed nothing");

@@ -1,6 +1,6 @@
 #include "link/connection.h"
-#include "ui/mainwindow.h"
-#include "ui/startup.h"
+#include "ui/shell/mainwindow.h"
+#include "ui/shell/startup.h"
 
 #include <QApplication>
 
@@ -12,6 +12,6 @@ int main(int argc, char **argv)
     startup::prepareApplication();
 
     MainWindow window;
-    startup::showFrameless(window);
+    window.show();
     return application.exec();
 }

@@ -1,7 +1,7 @@
 #include "app/tour.h"
 #include "simulator/unitport.h"
-#include "ui/mainwindow.h"
-#include "ui/startup.h"
+#include "ui/shell/mainwindow.h"
+#include "ui/shell/startup.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -30,7 +30,7 @@ int main(int argc, char **argv)
         const std::string location = unit.location();
         return location.empty() ? QStringList() : QStringList(QString::fromStdString(location));
     });
-    startup::showFrameless(window);
+    window.show();
     if (!options.isSet(tourOption)) {
         QTextStream(stdout) << "The virtual unit answers on " << QString::fromStdString(unit.location()) << Qt::endl;
         return application.exec();

@@ -18,6 +18,8 @@ namespace {
 const QString stateOption = QStringLiteral("state");
 const QString faultOption = QStringLiteral("fault");
 const QString linkOption = QStringLiteral("link");
+const QString delayOption = QStringLiteral("delay");
+const QString midiListsOption = QStringLiteral("midi-lists");
 
 /// A faulty command line; what() tells which part.
 struct UsageError : std::runtime_error
@@ -38,6 +40,23 @@ std::map<std::size_t, Fault> parseFaults(const QStringList &options)
                              Fault::names());
     }
     return faults;
+}
+
+/// Reads milliseconds, 0 to 60000.
+std::chrono::milliseconds parseDelay(const QString &option)
+{
+    bool isNumber = false;
+    const uint milliseconds = option.toUInt(&isNumber);
+    if (!isNumber || milliseconds > 60000)
+        throw UsageError("--delay " + option.toStdString() + ": expected a number from 0 to 60000");
+    return std::chrono::milliseconds(milliseconds);
+}
+
+MidiLists parseMidiLists(const QString &option)
+{
+    if (option == QLatin1String("replace")) return MidiLists::Replace;
+    if (option == QLatin1String("merge")) return MidiLists::Merge;
+    throw UsageError("--midi-lists " + option.toStdString() + ": expected replace or merge");
 }
 
 void queueFaults(UnitPort &port, const std::map<std::size_t, Fault> &faults)
@@ -104,6 +123,8 @@ int run(const QCommandLineParser &options)
 {
     const std::filesystem::path stateFile = options.value(stateOption).toStdString();
     const auto faults = parseFaults(options.values(faultOption));
+    const auto delay = parseDelay(options.value(delayOption));
+    const auto midiLists = parseMidiLists(options.value(midiListsOption));
 
     // Blocked before the unit's thread starts, so that the signals wait for serve() alone.
     sigset_t stops;
@@ -115,6 +136,8 @@ int run(const QCommandLineParser &options)
     UnitPort port(std::filesystem::exists(stateFile) ? loadState(stateFile) : musicianContent());
     Link link(options.value(linkOption).toStdString());
     queueFaults(port, faults);
+    port.setDelay(delay);
+    port.setMidiLists(midiLists);
     announce(port, link);
     port.onExchange(print);
     serve(port, link, stops);
@@ -141,6 +164,13 @@ int main(int argc, char *argv[])
          QStringLiteral("Spoil exchange number N (from 1); may be given several times. KIND is one of ") +
              QString::fromStdString(Fault::names()) + '.',
          QStringLiteral("N:KIND")},
+        {delayOption, QStringLiteral("Give every answer MS milliseconds later (0 to 60000, default 0)."),
+         QStringLiteral("MS"), QStringLiteral("0")},
+        {midiListsOption,
+         QStringLiteral("What control changes sent to a preset do to its list, which is not known of hardware: replace "
+                        "it (the default), or merge into it, each for its own device and controller. MODE is replace "
+                        "or merge."),
+         QStringLiteral("MODE"), QStringLiteral("replace")},
         {linkOption, QStringLiteral("Keep a symbolic link to the port at PATH."), QStringLiteral("PATH")},
     });
     options.process(application);

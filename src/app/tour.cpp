@@ -1,7 +1,7 @@
 #include "app/tour.h"
 
 #include "simulator/firmwareupload.h"
-#include "ui/mainwindow.h"
+#include "ui/shell/mainwindow.h"
 
 #include <QApplication>
 #include <QComboBox>

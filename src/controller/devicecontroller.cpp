@@ -1,5 +1,9 @@
 #include "controller/devicecontroller.h"
 
+#include "controller/unitsearch.h"
+#include "device/answerlength.h"
+#include "device/kora.h"
+#include "link/connection.h"
 #include "protocol/failure.h"
 
 #include <QFile>
@@ -7,14 +11,8 @@
 #include <QThread>
 
 #include <algorithm>
-#include <stdexcept>
 
 namespace {
-
-constexpr unsigned int probeTimeout = 1000;    // ms
-constexpr unsigned int workingTimeout = 2000;  // ms
-constexpr int searchPause = 400;               // ms between two passes over the ports
-constexpr int searchPauseStep = 25;            // ms until a stop request is noticed
 
 /// A typed name as it is sent and stored: UTF-8, without the control bytes that would break a frame.
 std::string nameText(const QString &name)
@@ -36,6 +34,24 @@ void requireIndex(const Array &records, int index)
     static_cast<void>(records.at(static_cast<std::size_t>(index)));  // out of range: ends the request as an error
 }
 
+/// The unit would take a name of any length, but then it could never tell the record again.
+template <typename Record>
+void requireReadable(const Record &record)
+{
+    if (answerLength(record) > Connection::maxFrameLength)
+        fail("The name is too long: the unit could not be read any more");
+}
+
+/// What announces a global record.
+template <typename Record>
+inline constexpr void (DeviceController::*announcement)() = nullptr;
+template <>
+inline constexpr auto announcement<Settings> = &DeviceController::gotSettings;
+template <>
+inline constexpr auto announcement<MidiInData> = &DeviceController::gotMidiIn;
+template <>
+inline constexpr auto announcement<ExpressionPedalData> = &DeviceController::gotExpressionPedal;
+
 }  // namespace
 
 DeviceController::DeviceController(PortLister listPorts, QObject *parent)
@@ -50,39 +66,13 @@ void DeviceController::searchDevice()
 {
     device.reset();
     const auto stopRequested = [this] { return thread()->isInterruptionRequested(); };
-    const MasterFrame request = FrameFactory().readDeviceInfo();
-    while (!stopRequested()) {
-        for (const QString &location : portLister()) {
-            if (stopRequested()) return;
-            if (connectTo(location, request)) return;
-        }
-        for (int waited = 0; waited < searchPause && !stopRequested(); waited += searchPauseStep)
-            QThread::msleep(searchPauseStep);
-    }
-}
-
-bool DeviceController::connectTo(const QString &location, const MasterFrame &request)
-{
-    try {
-        Connection probe(location, probeTimeout);
-        std::string anyAnswer;
-        probe << request;
-        probe >> anyAnswer;
-        probe.closeConnection();
-
-        device = std::make_unique<KORA>(std::make_shared<Connection>(location, workingTimeout));
-        models.push_back(std::make_unique<DataFromDevice>());
-        data = models.back().get();
-        getDeviceInfo();
-        emit found(data);
-        return true;
-    } catch (std::runtime_error *thrown) {
-        const std::unique_ptr<std::runtime_error> failure(thrown);
-        qDebug("%s", failure->what());
-    } catch (...) {
-        // Whatever else a foreign device makes of the request: the next port is tried.
-    }
-    return false;
+    const auto location = findUnit(portLister, stopRequested, timeouts.probe);
+    if (!location) return;
+    device = std::make_unique<KORA>(std::make_shared<Connection>(*location, timeouts.working));
+    models.push_back(std::make_unique<DataFromDevice>());
+    data = models.back().get();
+    getDeviceInfo();
+    emit found(data);
 }
 
 void DeviceController::getDeviceInfo()
@@ -103,29 +93,32 @@ void DeviceController::releaseSuperseded(DataFromDevice *current)
     if (shown != models.end()) models.erase(models.begin(), shown);
 }
 
+QString DeviceController::takeFailure() { return std::exchange(failure, QString()); }
+
+void DeviceController::report(const QString &message)
+{
+    failure = message;
+    emit error(message);
+}
+
 // --- The patterns that all requests follow
 
 template <typename Work>
 void DeviceController::attempt(Work work)
 {
     if (!device) {
+        failure = QStringLiteral("No unit is connected");
         emit deviceNotConnected();
         return;
     }
-    try {
-        work();
-    } catch (std::runtime_error *thrown) {
-        const std::unique_ptr<std::runtime_error> failure(thrown);
-        emit error(QString::fromUtf8(failure->what()));
-    } catch (...) {
-        emit error(QStringLiteral("Error in communication"));
-    }
+    if (const auto message = caught(work)) report(QString::fromStdString(*message));
 }
 
 template <typename Record>
 void DeviceController::read(Snapshot<Record> DataFromDevice::*slot, std::unique_ptr<Record> (KORA::*operation)(),
                             void (DeviceController::*announce)())
 {
+    if (isSkippingReads) return;
     attempt([&] {
         (data->*slot).store((device.get()->*operation)());
         emit(this->*announce)();
@@ -136,7 +129,10 @@ template <typename Record, typename Alter>
 bool DeviceController::change(Snapshot<Record> &slot, Alter alter)
 {
     const std::shared_ptr<const Record> stored = slot.load();
-    if (!stored) return false;
+    if (!stored) {
+        failure = QStringLiteral("Not read yet");
+        return false;
+    }
     Record changed = *stored;
     alter(changed);
     store(slot, std::move(changed));
@@ -168,27 +164,47 @@ void DeviceController::changeMidiDevice(int number, Alter alter)
     });
 }
 
-template <typename Value, typename Member>
-void DeviceController::changeMidiDevice(int number, void (KORA::*operation)(Value, int), Member MidiDevice::*member,
-                                        Value value)
+template <auto Member, typename Value>
+void DeviceController::changeOfBank(int bank, Value value)
 {
-    changeMidiDevice(number, [&](MidiDevice &record) {
-        (device.get()->*operation)(value, number);
-        record.*member = static_cast<Member>(value);
+    changeBank(bank, [&](BankData &record) {
+        record.*Member = static_cast<ValueOf<Member>>(value);
+        device->change<Member>(value, bank);
     });
 }
 
-template <typename Record, typename Value, typename Member>
-void DeviceController::changeGlobal(Snapshot<Record> DataFromDevice::*slot, void (KORA::*operation)(Value),
-                                    Member Record::*member, Value value, void (DeviceController::*announce)())
+template <auto Member, typename Value>
+void DeviceController::changeOfMidiDevice(int number, Value value)
 {
+    changeMidiDevice(number, [&](MidiDevice &record) {
+        record.*Member = static_cast<ValueOf<Member>>(value);
+        device->change<Member>(value, number);
+    });
+}
+
+template <auto Member, typename Value>
+void DeviceController::changeGlobal(Value value)
+{
+    using Record = RecordOf<Member>;
     attempt([&] {
         const auto alter = [&](Record &record) {
-            (device.get()->*operation)(value);
-            record.*member = static_cast<Member>(value);
+            record.*Member = static_cast<ValueOf<Member>>(value);
+            device->change<Member>(value);
         };
-        if (change(data->*slot, alter)) emit(this->*announce)();
+        if (change(data->*globalSlot<Record>, alter)) emit(this->*announcement<Record>)();
     });
+}
+
+template <typename Record, std::size_t... Row>
+void DeviceController::changeRow(int row, int value, std::index_sequence<Row...> /*rows*/)
+{
+    const auto tryRow = [&]<std::size_t Each>(std::integral_constant<std::size_t, Each>) {
+        constexpr auto setting = std::get<Each>(Table<Record>::fields);
+        if constexpr (!setting.readOnly)
+            if (static_cast<int>(Each) == row)
+                changeGlobal<setting.member>(static_cast<ValueOf<setting.member>>(value));
+    };
+    (tryRow(std::integral_constant<std::size_t, Row>()), ...);
 }
 
 // --- Reads
@@ -222,10 +238,14 @@ void DeviceController::getFootswitchFunction(int bank, int preset)
 void DeviceController::getBankAndPresetData(int bank)
 {
     attempt([&] {
+        requireIndex(data->bankData, bank);
+        if (isSkippingReads) return;
         data->bankData.at(static_cast<std::size_t>(bank)).store(device->getBankData(bank));
         int preset = 0;
-        for (auto &slot : data->presetData.at(static_cast<std::size_t>(bank)))
+        for (auto &slot : data->presetData.at(static_cast<std::size_t>(bank))) {
+            if (isSkippingReads) return;
             slot.store(device->getPresetData(bank, preset++));
+        }
         emit gotBankAndPresetData(bank);
     });
 }
@@ -234,8 +254,10 @@ void DeviceController::getMidiDevicesData()
 {
     attempt([&] {
         int number = 1;
-        for (auto &slot : data->midiDevices)
+        for (auto &slot : data->midiDevices) {
+            if (isSkippingReads) return;
             slot.store(device->getMidiDevice(number++));
+        }
         emit gotMidiDevicesData();
     });
 }
@@ -271,6 +293,7 @@ void DeviceController::changeBankName(const QString &name, int bank)
 {
     changeBank(bank, [&](BankData &record) {
         record.name = nameText(name);
+        requireReadable(record);
         device->changeBankName(record.name, bank);
     });
 }
@@ -279,6 +302,7 @@ void DeviceController::changePresetName(const QString &name, int bank, int prese
 {
     changePreset(bank, preset, [&](PresetData &record) {
         record.name = nameText(name);
+        requireReadable(record);
         device->changePresetName(record.name, bank, preset);
     });
 }
@@ -342,34 +366,22 @@ void DeviceController::changeControlChangeData(int bank, int preset, const QVect
 
 void DeviceController::changePresetWahPad1(int bank, WahPadAction action)
 {
-    changeBank(bank, [&](BankData &record) {
-        record.wahPad1Action = action;
-        device->changePresetWahPad1(bank, action);
-    });
+    changeOfBank<&BankData::wahPad1Action>(bank, action);
 }
 
 void DeviceController::changePresetWahPad2(int bank, WahPadAction action)
 {
-    changeBank(bank, [&](BankData &record) {
-        record.wahPad2Action = action;
-        device->changePresetWahPad2(bank, action);
-    });
+    changeOfBank<&BankData::wahPad2Action>(bank, action);
 }
 
 void DeviceController::changePresetNumberWahPad1(int bank, int number)
 {
-    changeBank(bank, [&](BankData &record) {
-        record.wahPad1PresetNumber = static_cast<std::uint8_t>(number);
-        device->changePresetNumberWahPad1(bank, number);
-    });
+    changeOfBank<&BankData::wahPad1PresetNumber>(bank, number);
 }
 
 void DeviceController::changePresetNumberWahPad2(int bank, int number)
 {
-    changeBank(bank, [&](BankData &record) {
-        record.wahPad2PresetNumber = static_cast<std::uint8_t>(number);
-        device->changePresetNumberWahPad2(bank, number);
-    });
+    changeOfBank<&BankData::wahPad2PresetNumber>(bank, number);
 }
 
 // --- MIDI devices
@@ -378,43 +390,44 @@ void DeviceController::changeMidiDeviceName(const QString &name, int number)
 {
     changeMidiDevice(number, [&](MidiDevice &record) {
         record.name = nameText(name);
+        requireReadable(record);
         device->changeMidiDeviceName(record.name, number);
     });
 }
 
 void DeviceController::changeMidiDeviceChannel(int channel, int number)
 {
-    changeMidiDevice(number, &KORA::changeMidiDeviceChannel, &MidiDevice::channel, channel);
+    changeOfMidiDevice<&MidiDevice::channel>(number, channel);
 }
 
 void DeviceController::changeSendCCFirst(bool on, int number)
 {
-    changeMidiDevice(number, &KORA::changeSendCCFirst, &MidiDevice::sendCCFirst, on);
+    changeOfMidiDevice<&MidiDevice::sendCCFirst>(number, on);
 }
 
 void DeviceController::changeTapTempo(MidiDeviceTapTempo mode, int number)
 {
-    changeMidiDevice(number, &KORA::changeTapTempo, &MidiDevice::tapTempo, mode);
+    changeOfMidiDevice<&MidiDevice::tapTempo>(number, mode);
 }
 
 void DeviceController::changeTapController(int controller, int number)
 {
-    changeMidiDevice(number, &KORA::changeTapController, &MidiDevice::tapController, controller);
+    changeOfMidiDevice<&MidiDevice::tapController>(number, controller);
 }
 
 void DeviceController::changeTapControllerValue(int value, int number)
 {
-    changeMidiDevice(number, &KORA::changeTapControllerValue, &MidiDevice::tapControllerValue, value);
+    changeOfMidiDevice<&MidiDevice::tapControllerValue>(number, value);
 }
 
 void DeviceController::changeNoteNumber(int note, int number)
 {
-    changeMidiDevice(number, &KORA::changeNoteNumber, &MidiDevice::noteNumber, note);
+    changeOfMidiDevice<&MidiDevice::noteNumber>(number, note);
 }
 
 void DeviceController::changeNoteType(TapTempoNote type, int number)
 {
-    changeMidiDevice(number, &KORA::changeNoteType, &MidiDevice::noteType, type);
+    changeOfMidiDevice<&MidiDevice::noteType>(number, type);
 }
 
 void DeviceController::controllersNamesOrNumberChanged(int number, const QVector<QString> &names,
@@ -425,124 +438,86 @@ void DeviceController::controllersNamesOrNumberChanged(int number, const QVector
         for (const QString &name : names)
             texts.push_back(nameText(name));
         const std::vector<int> values(numbers.begin(), numbers.end());
+        for (std::size_t slot = 0; slot < std::min(texts.size(), record.controllers.size()); ++slot)
+            record.controllers[slot] = {texts[slot], static_cast<std::uint8_t>(values.at(slot))};
+        requireReadable(record);
         device->changeControllersNamesAndNumbers(texts, values, number);
-        for (std::size_t slot = 0; slot < record.controllers.size(); ++slot)
-            record.controllers[slot] = {texts[slot], static_cast<std::uint8_t>(values[slot])};
     });
 }
 
 // --- Global settings
 
-void DeviceController::changeLoopsSplit(bool on)
-{
-    changeGlobal(&DataFromDevice::settings, &KORA::changeLoopsSplit, &Settings::loopsSplit, on,
-                 &DeviceController::gotSettings);
-}
+void DeviceController::changeLoopsSplit(bool on) { changeGlobal<&Settings::loopsSplit>(on); }
 
-void DeviceController::changeKeyboardType(KeyboardType type)
-{
-    changeGlobal(&DataFromDevice::settings, &KORA::changeKeyboardType, &Settings::keyboardType, type,
-                 &DeviceController::gotSettings);
-}
+void DeviceController::changeKeyboardType(KeyboardType type) { changeGlobal<&Settings::keyboardType>(type); }
 
-void DeviceController::changeClickProtection(ClickProtection level)
-{
-    changeGlobal(&DataFromDevice::settings, &KORA::changeClickProtection, &Settings::clickProtection, level,
-                 &DeviceController::gotSettings);
-}
+void DeviceController::changeClickProtection(ClickProtection level) { changeGlobal<&Settings::clickProtection>(level); }
 
-void DeviceController::changeOneTimeMidiModeSend(bool on)
-{
-    changeGlobal(&DataFromDevice::settings, &KORA::changeOneTimeMidiModeSend, &Settings::oneTimeMidiModeSend, on,
-                 &DeviceController::gotSettings);
-}
+void DeviceController::changeOneTimeMidiModeSend(bool on) { changeGlobal<&Settings::oneTimeMidiModeSend>(on); }
 
-void DeviceController::changeRecallUserBanksOnly(bool on)
-{
-    changeGlobal(&DataFromDevice::settings, &KORA::changeRecallUserBanksOnly, &Settings::recallUserBanksOnly, on,
-                 &DeviceController::gotSettings);
-}
+void DeviceController::changeRecallUserBanksOnly(bool on) { changeGlobal<&Settings::recallUserBanksOnly>(on); }
 
 void DeviceController::changeBankPresetChangeMode(BankPresetChangeMode mode)
 {
-    changeGlobal(&DataFromDevice::settings, &KORA::changeBankPresetChangeMode, &Settings::bankPresetChangeMode, mode,
-                 &DeviceController::gotSettings);
+    changeGlobal<&Settings::bankPresetChangeMode>(mode);
 }
 
 void DeviceController::changePresetChangeName(PresetChangeName when)
 {
-    changeGlobal(&DataFromDevice::settings, &KORA::changePresetChangeName, &Settings::presetChangeName, when,
-                 &DeviceController::gotSettings);
+    changeGlobal<&Settings::presetChangeName>(when);
 }
 
-void DeviceController::changeWahPad1(WahPadSetting setting)
-{
-    changeGlobal(&DataFromDevice::settings, &KORA::changeWahPad1, &Settings::wahPad1, setting,
-                 &DeviceController::gotSettings);
-}
+void DeviceController::changeWahPad1(WahPadSetting setting) { changeGlobal<&Settings::wahPad1>(setting); }
 
-void DeviceController::changeWahPad2(WahPadSetting setting)
-{
-    changeGlobal(&DataFromDevice::settings, &KORA::changeWahPad2, &Settings::wahPad2, setting,
-                 &DeviceController::gotSettings);
-}
+void DeviceController::changeWahPad2(WahPadSetting setting) { changeGlobal<&Settings::wahPad2>(setting); }
 
 // --- MIDI in
 
-void DeviceController::changeChannel(int channel)
-{
-    changeGlobal(&DataFromDevice::midiInData, &KORA::changeChannel, &MidiInData::channel, channel,
-                 &DeviceController::gotMidiIn);
-}
+void DeviceController::changeChannel(int channel) { changeGlobal<&MidiInData::channel>(channel); }
 
-void DeviceController::changeCCFunction(MidiInCCFunction function)
-{
-    changeGlobal(&DataFromDevice::midiInData, &KORA::changeCCFunction, &MidiInData::ccFunction, function,
-                 &DeviceController::gotMidiIn);
-}
+void DeviceController::changeCCFunction(MidiInCCFunction function) { changeGlobal<&MidiInData::ccFunction>(function); }
 
-void DeviceController::changePCFunction(MidiInPCFunction function)
-{
-    changeGlobal(&DataFromDevice::midiInData, &KORA::changePCFunction, &MidiInData::pcFunction, function,
-                 &DeviceController::gotMidiIn);
-}
+void DeviceController::changePCFunction(MidiInPCFunction function) { changeGlobal<&MidiInData::pcFunction>(function); }
 
 // --- Expression pedal
 
 void DeviceController::changePeriod(ExpressionPedalPeriod period)
 {
-    changeGlobal(&DataFromDevice::expressionPedalData, &KORA::changePeriod, &ExpressionPedalData::period, period,
-                 &DeviceController::gotExpressionPedal);
+    changeGlobal<&ExpressionPedalData::period>(period);
 }
 
 void DeviceController::changeCharacteristic(ExpressionPedalCharacteristic characteristic)
 {
-    changeGlobal(&DataFromDevice::expressionPedalData, &KORA::changeCharacteristic,
-                 &ExpressionPedalData::characteristic, characteristic, &DeviceController::gotExpressionPedal);
+    changeGlobal<&ExpressionPedalData::characteristic>(characteristic);
 }
 
-void DeviceController::changeToeUp(int value)
-{
-    changeGlobal(&DataFromDevice::expressionPedalData, &KORA::changeToeUp, &ExpressionPedalData::toeUp, value,
-                 &DeviceController::gotExpressionPedal);
-}
+void DeviceController::changeToeUp(int value) { changeGlobal<&ExpressionPedalData::toeUp>(value); }
 
-void DeviceController::changeToeDown(int value)
-{
-    changeGlobal(&DataFromDevice::expressionPedalData, &KORA::changeToeDown, &ExpressionPedalData::toeDown, value,
-                 &DeviceController::gotExpressionPedal);
-}
+void DeviceController::changeToeDown(int value) { changeGlobal<&ExpressionPedalData::toeDown>(value); }
 
 void DeviceController::changeMidiDeviceNumber(int number)
 {
-    changeGlobal(&DataFromDevice::expressionPedalData, &KORA::changeMidiDeviceNumber,
-                 &ExpressionPedalData::midiDeviceNumber, number, &DeviceController::gotExpressionPedal);
+    changeGlobal<&ExpressionPedalData::midiDeviceNumber>(number);
 }
 
 void DeviceController::changeControllerNumber(int controller)
 {
-    changeGlobal(&DataFromDevice::expressionPedalData, &KORA::changeControllerNumber,
-                 &ExpressionPedalData::controllerNumber, controller, &DeviceController::gotExpressionPedal);
+    changeGlobal<&ExpressionPedalData::controllerNumber>(controller);
+}
+
+void DeviceController::changeSetting(SettingId id, int value)
+{
+    const auto rowsOf = []<typename Record>(Record *) {
+        return std::make_index_sequence<std::tuple_size_v<decltype(Table<Record>::fields)>>();
+    };
+    switch (id.record) {
+    case 0:
+        return changeRow<Settings>(id.row, value, rowsOf(static_cast<Settings *>(nullptr)));
+    case 1:
+        return changeRow<MidiInData>(id.row, value, rowsOf(static_cast<MidiInData *>(nullptr)));
+    default:
+        return changeRow<ExpressionPedalData>(id.row, value, rowsOf(static_cast<ExpressionPedalData *>(nullptr)));
+    }
 }
 
 // --- Switch outs
@@ -560,33 +535,38 @@ void DeviceController::changeSwitchOut(SwitchOutSetting setting, int number)
 
 // --- Firmware
 
+namespace {
+
+/// What a file holds, but never more than one byte over what an image can have.
+std::vector<unsigned char> readImage(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) fail(file.errorString().toStdString());
+    if (file.size() > static_cast<qint64>(KORA::maxFirmwareSize)) fail("The firmware image is too large");
+    const QByteArray content = file.read(KORA::maxFirmwareSize + 1);
+    if (file.error() != QFileDevice::NoError) fail(file.errorString().toStdString());
+    return {content.begin(), content.end()};
+}
+
+}  // namespace
+
 void DeviceController::updateFirmware(const QString &path)
 {
     if (!device) {
+        failure = QStringLiteral("No unit is connected");
         emit deviceNotConnected();
         return;
     }
-    if (!QFileInfo(path).isFile()) {
-        emit error(QStringLiteral("File doesn't exist"));
-        return;
-    }
-    try {
-        QFile file(path);
-        if (!file.open(QIODevice::ReadOnly)) fail(file.errorString().toStdString());
-        const QByteArray content = file.readAll();
-        if (file.error() != QFileDevice::NoError) fail(file.errorString().toStdString());
-
+    if (!QFileInfo(path).isFile()) return report(QStringLiteral("File doesn't exist"));
+    const auto failed = caught([&] {
         int shownPercent = -1;
-        device->installFirmware({content.begin(), content.end()}, [&](int sent, int total) {
+        device->installFirmware(readImage(path), [&](int sent, int total) {
             const int percent = 100 * sent / total;
             if (percent > shownPercent) emit updateProgress(shownPercent = percent);
         });
         emit updateComplete();
-    } catch (std::runtime_error *thrown) {
-        const std::unique_ptr<std::runtime_error> failure(thrown);
-        qDebug("%s", failure->what());
-        emit updateFailed();
-    } catch (...) {
-        emit updateFailed();
-    }
+    });
+    if (!failed) return;
+    qDebug("%s", failed->c_str());
+    emit updateFailed();
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "controller/metatypes.h"
-#include "device/kora.h"
 #include "link/portlister.h"
 #include "model/datafromdevice.h"
 
@@ -9,8 +8,35 @@
 #include <QString>
 #include <QStringList>
 
+#include <atomic>
 #include <memory>
 #include <vector>
+
+class KORA;
+
+/// A global setting as data: which record, and which row of its table.
+struct SettingId
+{
+    int record;  ///< in the order of `GlobalRecords`
+    int row;
+};
+using GlobalRecords = std::tuple<Settings, MidiInData, ExpressionPedalData>;
+
+template <auto Member>
+constexpr SettingId settingId()
+{
+    return {indexOf<RecordOf<Member>, GlobalRecords>(), rowIndexOf<Member>()};
+}
+
+/// Where a global record stands in the model.
+template <typename Record>
+inline constexpr Snapshot<Record> DataFromDevice::*globalSlot = nullptr;
+template <>
+inline constexpr auto globalSlot<Settings> = &DataFromDevice::settings;
+template <>
+inline constexpr auto globalSlot<MidiInData> = &DataFromDevice::midiInData;
+template <>
+inline constexpr auto globalSlot<ExpressionPedalData> = &DataFromDevice::expressionPedalData;
 
 /// The only object that talks to the unit. It lives on a thread of its own, where its slots run one at a time, in the
 /// order of the requests; results come back as signals.
@@ -24,9 +50,24 @@ class DeviceController : public QObject
     Q_OBJECT
 
 public:
+    /// Milliseconds; shorter ones are for tests.
+    struct Timeouts
+    {
+        unsigned int probe = 1000;
+        unsigned int working = 2000;
+    };
+
     /// `listPorts` names the ports to try, on the thread of the search; an empty one stands for the system's.
     explicit DeviceController(PortLister listPorts = systemPortLocations, QObject *parent = nullptr);
     ~DeviceController() override;
+
+    /// Before the first search.
+    void setTimeouts(Timeouts newTimeouts) { timeouts = newTimeouts; }
+    /// Why a request has failed since the last call: what `error` told, or another reason why nothing was done; empty
+    /// when none has failed.
+    QString takeFailure();
+    /// From now on reads end before their next exchange. May be called from any thread.
+    void skipReads() { isSkippingReads = true; }
 
 signals:
     void found(DataFromDevice *data);
@@ -119,6 +160,9 @@ public slots:
     void changeMidiDeviceNumber(int number);
     void changeControllerNumber(int controller);
 
+    /// Any number, flag or enumeration of the three records before; announced like its record's others.
+    void changeSetting(SettingId id, int value);
+
     /// Announced by gotSwitchOut.
     void changeSwitchOut(SwitchOutSetting setting, int number);
 
@@ -127,8 +171,7 @@ public slots:
     void updateFirmware(const QString &path);
 
 private:
-    bool connectTo(const QString &location, const MasterFrame &request);
-
+    void report(const QString &message);
     /// Runs one request: only with a unit, its failures turned into signals.
     template <typename Work>
     void attempt(Work work);
@@ -136,26 +179,31 @@ private:
     template <typename Record>
     void read(Snapshot<Record> DataFromDevice::*slot, std::unique_ptr<Record> (KORA::*operation)(),
               void (DeviceController::*announce)());
-    /// Lets `alter` work on a copy of the stored record, and stores the copy if it returns: it sends the change and
-    /// sets the new value, in any order. Returns whether there was a record.
+    /// Lets `alter` work on a copy of the stored record, and stores the copy if it returns: it sets the new value and
+    /// sends the change. Returns whether there was a record.
     template <typename Record, typename Alter>
-    static bool change(Snapshot<Record> &slot, Alter alter);
+    bool change(Snapshot<Record> &slot, Alter alter);
     template <typename Alter>
     void changeBank(int bank, Alter alter);
     template <typename Alter>
     void changePreset(int bank, int preset, Alter alter);
     template <typename Alter>
     void changeMidiDevice(int number, Alter alter);
-    /// A MIDI device's setting that one operation sends and one member holds.
-    template <typename Value, typename Member>
-    void changeMidiDevice(int number, void (KORA::*operation)(Value, int), Member MidiDevice::*member, Value value);
-    /// A global setting that one operation sends and one member holds.
-    template <typename Record, typename Value, typename Member>
-    void changeGlobal(Snapshot<Record> DataFromDevice::*slot, void (KORA::*operation)(Value), Member Record::*member,
-                      Value value, void (DeviceController::*announce)());
+    /// One value of a bank, of a MIDI device or of a global record.
+    template <auto Member, typename Value>
+    void changeOfBank(int bank, Value value);
+    template <auto Member, typename Value>
+    void changeOfMidiDevice(int number, Value value);
+    template <auto Member, typename Value>
+    void changeGlobal(Value value);
+    template <typename Record, std::size_t... Row>
+    void changeRow(int row, int value, std::index_sequence<Row...> rows);
 
     PortLister portLister;
+    Timeouts timeouts;
     std::vector<std::unique_ptr<DataFromDevice>> models;  // the last one is `data`
     DataFromDevice *data = nullptr;
     std::unique_ptr<KORA> device;
+    QString failure;
+    std::atomic<bool> isSkippingReads = false;
 };

@@ -116,6 +116,26 @@ constexpr auto rowOf()
         return rowOf<Member, Index + 1>();
 }
 
+/// The place of a member's row in its table, from 0.
+template <auto Member, std::size_t Index = 0>
+constexpr int rowIndexOf()
+{
+    if constexpr (isRowOf<Member>(std::get<Index>(Table<RecordOf<Member>>::fields)))
+        return static_cast<int>(Index);
+    else
+        return rowIndexOf<Member, Index + 1>();
+}
+
+/// The place of a type in a tuple, from 0.
+template <typename Type, typename Tuple, std::size_t Index = 0>
+constexpr int indexOf()
+{
+    if constexpr (std::is_same_v<Type, std::tuple_element_t<Index, Tuple>>)
+        return static_cast<int>(Index);
+    else
+        return indexOf<Type, Tuple, Index + 1>();
+}
+
 /// Calls `visit` with each row of the record's table, in the order of the wire.
 template <HasTable Record, typename Visit>
 constexpr void forEachField(Visit visit)

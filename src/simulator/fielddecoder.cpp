@@ -34,11 +34,13 @@ void FieldDecoder::text(char descriptor, std::string &value)
 
 int FieldDecoder::address(char descriptor, const ValueRange &range)
 {
+    const auto next = std::ranges::find(entries, false, &Entry::taken);
     const FieldText *field = take(descriptor);
     if (field == nullptr) {
         fail(UnitStatus::MissingAddress);
         return range.low;
     }
+    if (field != &next->field) fail(UnitStatus::FieldsOutOfOrder);
     return parseNumber(field->body, range, UnitStatus::BadAddress).value_or(range.low);
 }
 
@@ -47,6 +49,23 @@ bool FieldDecoder::flag(char descriptor)
     const FieldText *field = take(descriptor);
     if (field != nullptr && !field->body.empty()) fail(UnitStatus::OutOfRange);
     return field != nullptr;
+}
+
+void FieldDecoder::accompanied(std::string_view descriptors, char companion)
+{
+    const std::string present = allDescriptors();
+    if (present.find_first_of(descriptors) != std::string::npos && present.find(companion) == std::string::npos)
+        fail(UnitStatus::MissingField);
+}
+
+void FieldDecoder::together(std::string_view descriptors)
+{
+    const std::string present = allDescriptors();
+    if (present.find_first_of(descriptors) == std::string::npos || present.find(descriptors) != std::string::npos)
+        return;
+    const bool complete = std::ranges::all_of(
+        descriptors, [&](char descriptor) { return present.find(descriptor) != std::string::npos; });
+    fail(complete ? UnitStatus::FieldsOutOfOrder : UnitStatus::MissingField);
 }
 
 bool FieldDecoder::offers(char descriptor) const
@@ -83,6 +102,14 @@ const FieldText *FieldDecoder::take(char descriptor)
     return &entry->field;
 }
 
+std::string FieldDecoder::allDescriptors() const
+{
+    std::string descriptors;
+    for (const Entry &entry : entries)
+        descriptors += entry.field.descriptor;
+    return descriptors;
+}
+
 std::optional<int> FieldDecoder::parseNumber(const std::string &text, const ValueRange &range, UnitStatus outside)
 {
     int value = 0;
@@ -100,5 +127,7 @@ FieldDecoder FieldDecoder::partsOf(const FieldText &field, Presence presence) co
     auto parts = splitFields(field.body, separators.at(depth));
     FieldDecoder decoder(parts ? std::move(*parts) : std::vector<FieldText>(), presence, depth + 1);
     if (!parts) decoder.fail(UnitStatus::MalformedFrame);
+    // The order of all sub-fields (A to T, a to j, n) is that of their characters.
+    if (!std::ranges::is_sorted(decoder.allDescriptors())) decoder.fail(UnitStatus::FieldsOutOfOrder);
     return decoder;
 }

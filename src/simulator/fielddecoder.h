@@ -7,6 +7,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 /// Takes the fields of a command into a record, strictly. The first failure is kept and shown by `finish`; a value
@@ -31,7 +32,8 @@ public:
                 value = static_cast<Value>(*parsed);
     }
 
-    /// An addressing field: always required, with failures of its own. Gives the lowest address when it fails.
+    /// An addressing field: always required, before all fields not yet taken, with failures of its own. Gives the
+    /// lowest address when it fails.
     int address(char descriptor, const ValueRange &range);
 
     /// Takes a field that has no value; false when it is not there.
@@ -51,6 +53,11 @@ public:
         while (const FieldText *field = take(descriptor))
             enter(*field, parts, describe);
     }
+
+    /// Refuses any of these fields without `companion`.
+    void accompanied(std::string_view descriptors, char companion);
+    /// Refuses these fields unless they come all together and in this order.
+    void together(std::string_view descriptors);
 
     static bool carries(bool) { return true; }
     static bool carriesReadOnly() { return false; }
@@ -80,6 +87,7 @@ private:
     }
 
     const FieldText *take(char descriptor);
+    std::string allDescriptors() const;
     std::optional<int> parseNumber(const std::string &text, const ValueRange &range, UnitStatus outside);
     FieldDecoder partsOf(const FieldText &field, Presence presence) const;
 

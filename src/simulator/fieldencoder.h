@@ -45,6 +45,9 @@ public:
         group(descriptor, parts, describe);
     }
 
+    static void accompanied(std::string_view, char) {}
+    static void together(std::string_view) {}
+
     /// Whether a field is written that only has something to say when `meaningful`.
     static bool carries(bool meaningful) { return meaningful; }
     bool carriesReadOnly() const { return fieldScope == Scope::Answer; }

@@ -3,6 +3,7 @@
 #include "model/records.h"
 #include "simulator/fielddecoder.h"
 #include "simulator/fieldencoder.h"
+#include "simulator/midilists.h"
 
 #include <algorithm>
 #include <utility>
@@ -88,7 +89,7 @@ void describe(Fields &fields, RecordIn<Fields, BankData> bank)
 }
 
 /// Sub-fields A to T of a preset's "G", all control changes the preset holds.
-inline void describeControlChanges(FieldEncoder &midi, const PresetData &preset)
+inline void describeControlChanges(FieldEncoder &midi, const PresetData &preset, MidiLists)
 {
     const std::size_t count = std::min(preset.controlChanges.size(), maxControlChanges);
     for (std::size_t i = 0; i < count; ++i)
@@ -100,24 +101,42 @@ inline void describeControlChanges(FieldEncoder &midi, const PresetData &preset)
         });
 }
 
-/// Sub-fields A to T of a preset's "G" replace the stored list, an empty "G" clears it, and a "G" that carries only
-/// program changes or the pedal leaves it. A message with the inactive value is dropped, whatever it addresses.
-inline void describeControlChanges(FieldDecoder &midi, PresetData &preset)
+/// One control change for a preset. It replaces the one of the same device and controller in a merged list; with the
+/// inactive value it only drops that one and may address anything.
+inline void describeControlChange(FieldDecoder &parts, std::vector<ControlChangeData> &list, MidiLists lists)
 {
-    std::vector<ControlChangeData> changes;
-    bool replaces = midi.exhausted();
+    int value = 0, device = 0, controller = 0;
+    parts.number('C', value, ranges::controlValue);
+    const bool drops = value == inactiveValue;
+    parts.number('A', device, drops ? anyNumber : ranges::midiDevice);
+    parts.number('B', controller, drops ? anyNumber : ranges::position);
+    const auto isMet = [&](const ControlChangeData &held) {
+        return lists == MidiLists::Merge && held.midiDeviceNumber == device && held.controllerNumber == controller;
+    };
+    const auto met = std::ranges::find_if(list, isMet);
+    const auto newValue = static_cast<std::uint8_t>(value);
+    if (drops)
+        std::erase_if(list, isMet);
+    else if (met != list.end())
+        met->value = newValue;
+    else
+        list.emplace_back(static_cast<std::uint8_t>(device), static_cast<std::uint8_t>(controller), newValue);
+}
+
+/// Sub-fields A to T of a preset's "G" make a new list or merge into the stored one. An empty "G" clears a list that is
+/// replaced, and a "G" that carries only program changes or the pedal leaves it.
+inline void describeControlChanges(FieldDecoder &midi, PresetData &preset, MidiLists lists)
+{
+    std::vector<ControlChangeData> list;
+    bool isGiven = midi.exhausted();
+    if (lists == MidiLists::Merge) list = preset.controlChanges;
     for (std::size_t i = 0; i < maxControlChanges; ++i) {
-        replaces = replaces || midi.offers(nth('A', i));
-        midi.group(nth('A', i), Presence::Required, [&](FieldDecoder &parts) {
-            ControlChangeData change;
-            parts.number('C', change.value, ranges::controlValue);
-            const bool dropped = change.value == inactiveValue;
-            parts.number('A', change.midiDeviceNumber, dropped ? anyNumber : ranges::midiDevice);
-            parts.number('B', change.controllerNumber, dropped ? anyNumber : ranges::position);
-            if (!dropped) changes.push_back(change);
-        });
+        isGiven = isGiven || midi.offers(nth('A', i));
+        midi.group(nth('A', i), Presence::Required,
+                   [&](FieldDecoder &parts) { describeControlChange(parts, list, lists); });
     }
-    if (replaces) preset.controlChanges = std::move(changes);
+    if (list.size() > maxControlChanges) midi.fail(UnitStatus::ListFull);
+    if (isGiven) preset.controlChanges = std::move(list);
 }
 
 /// Sub-field n of a preset's "G"
@@ -133,8 +152,9 @@ void describe(Fields &fields, RecordIn<Fields, PresetExpressionPedal> pedal)
 
 /// "RBP", "WBP"
 template <typename Fields>
-void describe(Fields &fields, RecordIn<Fields, PresetData> preset)
+void describe(Fields &fields, RecordIn<Fields, PresetData> preset, MidiLists lists = MidiLists::Replace)
 {
+    fields.accompanied("EFG", 'D');
     fields.text('C', preset.name);
     fields.number('D', preset.footswitchFunction, ranges::footswitch);
     fields.group('E', Presence::Required, [&](Fields &parts) {
@@ -144,7 +164,7 @@ void describe(Fields &fields, RecordIn<Fields, PresetData> preset)
     fields.group('F', Presence::Required,
                  [&](Fields &parts) { describeRow(parts, 'A', preset.switches, ranges::switchType); });
     fields.groups('G', Presence::Optional, [&](Fields &midi) {
-        describeControlChanges(midi, preset);
+        describeControlChanges(midi, preset, lists);
         for (std::size_t slot = 0; slot < preset.programChanges.size(); ++slot)
             if (midi.carries(preset.programChanges[slot] != none))
                 midi.number(nth('a', slot), preset.programChanges[slot], ranges::program);
@@ -157,6 +177,7 @@ void describe(Fields &fields, RecordIn<Fields, PresetData> preset)
 template <typename Fields>
 void describe(Fields &fields, RecordIn<Fields, MidiDevice> device)
 {
+    fields.together("FGHIJKLMNOPQRSTUVWXY");
     fields.text('B', device.name);
     fields.number('C', device.channel, ranges::channel);
     fields.number('D', device.sendCCFirst, ranges::flag);

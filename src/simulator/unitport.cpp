@@ -91,10 +91,28 @@ void UnitPort::alter(const std::function<void(UnitMemory &)> &change)
     change(unit.memory());
 }
 
+void UnitPort::setMidiLists(MidiLists mode)
+{
+    const std::lock_guard lock(memoryMutex);
+    unit.setMidiLists(mode);
+}
+
+void UnitPort::setDelay(std::chrono::milliseconds time)
+{
+    const std::lock_guard lock(memoryMutex);
+    delay = time;
+}
+
+void UnitPort::recordRequests()
+{
+    const std::lock_guard lock(memoryMutex);
+    if (!requests) requests.emplace();
+}
+
 std::vector<std::string> UnitPort::takeRequests()
 {
     const std::lock_guard lock(memoryMutex);
-    return std::exchange(requests, {});
+    return requests ? std::exchange(*requests, {}) : std::vector<std::string>();
 }
 
 void UnitPort::queueFault(Fault fault)
@@ -133,17 +151,20 @@ UnitPort::Plan UnitPort::planExchange(const std::string &request)
 {
     const std::lock_guard lock(memoryMutex);
     const ReceivedFrame received = parseFrame(request);
-    requests.push_back(received.data);
-    if (unit.isSilent()) return {{}, {}, exchangeObserver};
+    if (requests) requests->push_back(received.data);
+    if (unit.isSilent()) return {{}, {}, {}, exchangeObserver};
 
-    Plan plan{takeFault(received), {}, exchangeObserver};
+    Plan plan{takeFault(received), {}, delay, exchangeObserver};
+    if (plan.fault.carriesOut()) {
+        plan.response = spoiled(plan.fault.kind, unit.answer(request).value_or(std::string()));
+        return plan;
+    }
+    unit.overhear(received);
     if (plan.fault.kind == Fault::Kind::ErrorStatus) {
         const std::string status = std::to_string(plan.fault.status);
         unit.setErrorText(plan.fault.status, plan.fault.text);
         errorRequest = std::string("RET") + gs + 'A' + status;
         plan.response = buildFrame(received.id, status);
-    } else if (plan.fault.carriesOut()) {
-        plan.response = spoiled(plan.fault.kind, unit.answer(request).value_or(std::string()));
     }
     return plan;
 }
@@ -165,6 +186,7 @@ Fault UnitPort::takeFault(const ReceivedFrame &request)
 
 bool UnitPort::play(TerminalLine &line, const Plan &plan)
 {
+    if (!plan.response.empty() && !line.pause(plan.delay)) return false;
     switch (plan.fault.kind) {
     case Fault::Kind::LateAnswer:
         return line.pause(plan.fault.delay) && line.send(plan.response);

@@ -45,7 +45,14 @@ public:
     /// Changes what the unit holds, as if it were done on its own panel.
     void alter(const std::function<void(UnitMemory &)> &change);
 
-    /// The data parts ("WOS", GS, "J2") of all command frames that arrived since the last call, in their order.
+    /// What the unit makes of control changes from now on; `Replace` until then.
+    void setMidiLists(MidiLists mode);
+    /// Makes the unit as slow as hardware may be: every answer comes that much later.
+    void setDelay(std::chrono::milliseconds time);
+
+    /// From now on the unit keeps the commands that it gets.
+    void recordRequests();
+    /// The data parts ("WOS", GS, "J2") of all recorded command frames since the last call, in their order.
     std::vector<std::string> takeRequests();
 
     /// Spoils the next exchange that no fault queued before it spoils; a "RET" that asks for the text of a queued
@@ -69,6 +76,7 @@ private:
     {
         Fault fault;
         std::string response;
+        std::chrono::milliseconds delay;
         ExchangeObserver observer;
     };
 
@@ -82,7 +90,8 @@ private:
     std::optional<PseudoTerminal> pty;
     std::deque<QueuedFault> faults;
     std::optional<std::string> errorRequest;  ///< data part of the "RET" that an error status makes the editor send
-    std::vector<std::string> requests;
+    std::chrono::milliseconds delay{};
+    std::optional<std::vector<std::string>> requests;  ///< while they are recorded
     ExchangeObserver exchangeObserver;
 
     std::mutex plugMutex;  ///< guards `server`

@@ -25,13 +25,14 @@ struct VirtualUnit::Exchange
         describe(answer, record);
     }
 
-    template <typename Record>
-    void write(Record &record, Presence values = Presence::Required)
+    /// `options` go on to `describe`.
+    template <typename Record, typename... Options>
+    void write(Record &record, Presence values = Presence::Required, Options... options)
     {
         answer = FieldEncoder(FieldEncoder::Scope::Answer);
         if (values == Presence::Required && request.exhausted()) request.fail(UnitStatus::MissingField);
         Record changed = record;
-        describe(request, changed);
+        describe(request, changed, options...);
         if (request.finish() == UnitStatus::Ok) record = std::move(changed);
     }
 
@@ -71,7 +72,9 @@ std::optional<std::string> VirtualUnit::answer(std::string_view frame)
     if (isSilent()) return std::nullopt;
     const ReceivedFrame received = parseFrame(frame);
     std::string fields;
-    const UnitStatus status = received.status == UnitStatus::Ok ? execute(received.command, fields) : received.status;
+    const UnitStatus status = received.status != UnitStatus::Ok ? received.status
+                              : isRepeated(received)            ? UnitStatus::RepeatedIdentifier
+                                                                : execute(received.command, fields);
     return buildFrame(received.id, std::to_string(static_cast<int>(status)) + fields);
 }
 
@@ -83,7 +86,7 @@ UnitStatus VirtualUnit::execute(const Command &command, std::string &answerField
         {"RBB", [](VirtualUnit &unit, Exchange &e) { e.read(bankAt(e, unit.stored)); }},
         {"WBB", [](VirtualUnit &unit, Exchange &e) { e.write(bankAt(e, unit.stored)); }},
         {"RBP", [](VirtualUnit &unit, Exchange &e) { e.read(presetAt(e, unit.stored)); }},
-        {"WBP", [](VirtualUnit &unit, Exchange &e) { e.write(presetAt(e, unit.stored)); }},
+        {"WBP", [](VirtualUnit &unit, Exchange &e) { unit.writePreset(e); }},
         {"RMD", [](VirtualUnit &unit, Exchange &e) { e.read(midiDeviceAt(e, unit.stored)); }},
         {"WMD", [](VirtualUnit &unit, Exchange &e) { e.write(midiDeviceAt(e, unit.stored)); }},
         {"RMI", [](VirtualUnit &unit, Exchange &e) { e.read(unit.stored.midiIn); }},
@@ -105,6 +108,11 @@ UnitStatus VirtualUnit::execute(const Command &command, std::string &answerField
     return status;
 }
 
+bool VirtualUnit::isRepeated(const ReceivedFrame &frame)
+{
+    return frame.status == UnitStatus::Ok && std::exchange(lastIdentifier, frame.id) == frame.id;
+}
+
 bool VirtualUnit::isSilent() const { return std::chrono::steady_clock::now() < silentUntil; }
 
 void VirtualUnit::setErrorText(int status, std::string text) { errorTexts[status] = std::move(text); }
@@ -115,6 +123,11 @@ void VirtualUnit::describeError(Exchange &exchange) const
     const auto special = errorTexts.find(status);
     exchange.answer.number('A', status, anyNumber);
     exchange.answer.text('B', special != errorTexts.end() ? special->second : statusText(status));
+}
+
+void VirtualUnit::writePreset(Exchange &exchange)
+{
+    exchange.write(presetAt(exchange, stored), Presence::Required, midiLists);
 }
 
 void VirtualUnit::writeFirmware(FieldDecoder &request)

@@ -3,9 +3,17 @@
 #include "model/records.h"
 #include "ui/look.h"
 
+static const QString inactiveText = QStringLiteral("INACTIVE");
+
+QStringList withInactive(const QStringList &items) { return QStringList{inactiveText} + items; }
+
+int valueOrNone(int index) { return index == 0 ? none : index; }
+
+int indexOrNone(int value) { return value == none ? 0 : value; }
+
 const QStringList &controllerNumberTexts()
 {
-    static const QStringList texts = look::numberTexts(0, inactiveIndex - 1) << QStringLiteral("INACTIVE");
+    static const QStringList texts = look::numberTexts(0, inactiveIndex - 1) << inactiveText;
     return texts;
 }
 

@@ -4,6 +4,14 @@
 
 #include <cstdint>
 
+// Lists whose first item stands for none.
+
+/// "INACTIVE", then the items
+QStringList withInactive(const QStringList &items);
+/// The value of an item of such a list of channels, devices, controllers or programs.
+int valueOrNone(int index);
+int indexOrNone(int value);
+
 // The value of a control change as combo boxes offer it: 0 to 127, then two items with a meaning of their own.
 
 inline constexpr int inactiveIndex = 128;

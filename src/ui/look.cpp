@@ -1,30 +1,20 @@
 #include "ui/look.h"
 
 #include "model/datafromdevice.h"
+#include "ui/combobox.h"
+#include "ui/tablekeys.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
-#include <QComboBox>
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QStyledItemDelegate>
 #include <QTableWidget>
-#include <QWheelEvent>
 
 namespace look {
-
-namespace {
-
-/// A box in a page full of boxes: scrolling past it must not write to the unit.
-class ComboBox : public QComboBox
-{
-protected:
-    void wheelEvent(QWheelEvent *event) override { event->ignore(); }
-};
-
-}  // namespace
 
 QFont pixelFont(const QFont &font)
 {
@@ -136,15 +126,13 @@ void wearFunctionColor(QWidget *widget, FootswitchType function)
     if (!color.isEmpty()) setBackgroundLine(widget, QStringLiteral("background-color: %1;").arg(color));
 }
 
-QLineEdit *makeEdit(const QString &text)
+void dressEdit(QLineEdit *edit)
 {
-    auto *edit = new QLineEdit(text);
     edit->setFont(pixelFont(DataFromDevice::fontTableContent));
     edit->setStyleSheet(editStyle());
-    return edit;
 }
 
-QComboBox *makeComboBox(const QStringList &items, const QString &background)
+ComboBox *makeComboBox(const QStringList &items, const QString &background)
 {
     auto *box = new ComboBox;
     box->setFont(pixelFont(DataFromDevice::fontTableContent));
@@ -211,6 +199,7 @@ void prepareTable(QTableWidget *table, const QVector<Column> &columns, int rowHe
     table->setFocusPolicy(Qt::NoFocus);  // the cell widgets take it
     table->setTabKeyNavigation(false);   // Tab is theirs too
     table->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    new TableKeys(table);
 }
 
 void orderTabs(const QTableWidget *table)
@@ -224,18 +213,21 @@ void orderTabs(const QTableWidget *table)
             }
 }
 
-void showIndex(QComboBox *box, int index)
-{
-    const QSignalBlocker blocker(box);
-    box->setCurrentIndex(index);
-}
-
 void showText(QLineEdit *edit, const QString &text)
 {
     const QSignalBlocker blocker(edit);
     if (edit->text() == text) return;
     edit->setText(text);
     if (!edit->hasFocus()) edit->setCursorPosition(0);
+}
+
+void showMessage(QWidget *parent, const QString &title, const QString &text)
+{
+    auto *box = new QMessageBox(QMessageBox::Critical, title, QString(), QMessageBox::Ok, parent);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setTextFormat(Qt::PlainText);
+    box->setText(text);
+    box->open();
 }
 
 }  // namespace look

@@ -9,8 +9,8 @@
 #include <QStringList>
 #include <QVector>
 
+class ComboBox;
 class QAbstractButton;
-class QComboBox;
 class QLineEdit;
 class QPushButton;
 class QTableWidget;
@@ -54,11 +54,11 @@ void setBackgroundLine(QWidget *widget, const QString &line);
 /// Gives the widget the colour of a footswitch function; a number that is no function leaves it as it is.
 void wearFunctionColor(QWidget *widget, FootswitchType function);
 
-/// Black with white text.
-QLineEdit *makeEdit(const QString &text = QString());
-/// A box with these items that shows the first; the wheel over it does not change it. The open list has rows of
-/// comfortable height and cuts long texts at their end.
-QComboBox *makeComboBox(const QStringList &items, const QString &background = cellColor);
+/// Makes an edit black with white text.
+void dressEdit(QLineEdit *edit);
+/// A box with these items that shows the first. The open list has rows of comfortable height and cuts long texts at
+/// their end.
+ComboBox *makeComboBox(const QStringList &items, const QString &background = cellColor);
 /// "0" to the largest, as texts.
 QStringList numberTexts(int first, int last);
 /// A button with an icon alone: `name` is its tool tip and accessible name.
@@ -75,9 +75,9 @@ void prepareTable(QTableWidget *table, const QVector<Column> &columns, int rowHe
 /// Makes Tab walk the table's cell widgets row by row.
 void orderTabs(const QTableWidget *table);
 
-/// Shows the item at `index` without letting the box announce it.
-void showIndex(QComboBox *box, int index);
 /// Shows `text`, from its beginning, without letting the edit announce it.
 void showText(QLineEdit *edit, const QString &text);
+/// Shows plain text in a box over `parent` and goes on.
+void showMessage(QWidget *parent, const QString &title, const QString &text);
 
 }  // namespace look

@@ -51,7 +51,7 @@ protected:
         unit.alter([](UnitMemory &memory) { memory.expressionPedal.onTheFlyMode = false; });  // is never reported
         QObject::connect(&controller, &DeviceController::found, [this](DataFromDevice *found) { data = found; });
         controller.searchDevice();
-        unit.takeRequests();
+        unit.recordRequests();
         recorder.take();
     }
 

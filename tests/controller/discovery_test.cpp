@@ -11,6 +11,8 @@ TEST(Discovery, TakesTheFirstPortThatAnswers)
 {
     const ScriptedPort silent({});
     UnitPort unit, second;
+    unit.recordRequests();
+    second.recordRequests();
     DeviceController controller([&] {
         QStringList locations{"/dev/no-such-port"};
         for (const auto &location : {silent.location(), unit.location(), second.location()})
@@ -63,6 +65,7 @@ TEST(Discovery, DropsTheUnitBeforeItSearchesAgain)
 TEST(Discovery, TriesNoPortOnceItIsStopped)
 {
     UnitPort unit;
+    unit.recordRequests();
     const std::unique_ptr<QThread> worker(QThread::create([&] {
         DeviceController controller([&] {
             QThread::currentThread()->requestInterruption();

@@ -12,6 +12,8 @@ namespace {
 class Firmware : public testing::Test
 {
 protected:
+    Firmware() { unit.recordRequests(); }
+
     std::string install(std::size_t size, const KORA::UploadProgress &progress = {})
     {
         image.resize(size);

@@ -87,7 +87,8 @@ TEST(Connection, GivesUpAfterOneTimeoutAndClosesThePort)
         EXPECT_GE(waited, timeout - 5) << fault;
         EXPECT_LT(waited, 2 * timeout) << fault;
         connection.setTimeout(2000);
-        EXPECT_NE(answerOn(connection).find("VIRTUAL UNIT"), std::string::npos) << fault;
+        const std::string answer = answerOn(connection, "\x02\x32\x1CRDI736D\x03");
+        EXPECT_NE(answer.find("VIRTUAL UNIT"), std::string::npos) << fault;
     }
 }
 

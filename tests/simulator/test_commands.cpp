@@ -1,10 +1,11 @@
 #include "frames.h"
-#include "simulator/bitwisecrc.h"
 #include "simulator/musiciancontent.h"
 #include "simulator/virtualunit.h"
 
+#include <functional>
 #include <gtest/gtest.h>
 #include <iterator>
+#include <numeric>
 #include <set>
 #include <sstream>
 #include <thread>
@@ -13,40 +14,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-UnitMemory sample()
-{
-    UnitMemory memory;
-    memory.deviceInfo = {"KORA", "BENCH", 2, 7, 3, 99};
-    memory.banks[4] = {"CAFÉ", WahPadAction::ChangeToPreset, 9, WahPadAction::Add, 0};
-    memory.presets[4][2] = {
-        "SOLO",
-        FootswitchType::LoopModifier,
-        LoopType::On,
-        {LoopType::On, LoopType::Off, LoopType::Toggle, LoopType::Inactive, LoopType::On, LoopType::Off},
-        {SwitchType::Off, SwitchType::On, SwitchType::Toggle, SwitchType::Inactive, SwitchType::Off, SwitchType::On},
-        {{1, 2, 64}, {10, 20, 254}},
-        {1, none, none, none, none, none, none, none, none, 128},
-        {3, 4, ExpressionPedalCharacteristic::SlowFast, 5, 127}};
-    memory.midiDevices[9] = {"AMP", 16, true, MidiDeviceTapTempo::TapCtrl, {}, 3, 254, 60, TapTempoNote::Toggle};
-    memory.midiDevices[9].controllers[0] = {"GAIN", 20};
-    memory.midiDevices[9].controllers[19] = {"Ö", 0};
-    memory.midiIn = {none, MidiInPCFunction::BankAndPreset, MidiInCCFunction::NumberBankValuePreset};
-    memory.expressionPedal = {
-        ExpressionPedalCharacteristic::SlowFast, ExpressionPedalPeriod::Ms64, 1, 127, 12, 4095, true, 10, 20, true};
-    memory.switchOuts.switchOuts = {SwitchOutSetting::Latching, SwitchOutSetting::Pulse, SwitchOutSetting::Momentary,
-                                    SwitchOutSetting::Latching, SwitchOutSetting::Pulse, SwitchOutSetting::Momentary};
-    memory.settings = {BankPresetChangeMode::Indirect,
-                       true,
-                       false,
-                       WahPadSetting::Loop6,
-                       WahPadSetting::Inactive,
-                       ClickProtection::High,
-                       true,
-                       KeyboardType::Azerty,
-                       PresetChangeName::PresetOnly};
-    return memory;
-}
-
 /// The words of a text that blanks separate.
 std::vector<std::string> words(const std::string &text)
 {
@@ -54,27 +21,51 @@ std::vector<std::string> words(const std::string &text)
     return {std::istream_iterator<std::string>(input), {}};
 }
 
-/// The status and fields with which the unit answers a data part.
+/// The status and fields with which the unit answers a data part, each time under another identifier.
 std::string reply(VirtualUnit &unit, const std::string &data)
 {
-    return parseFrame(unit.answer(buildFrame("1", wire(data))).value_or("")).data;
+    static int id = 0;
+    return parseFrame(unit.answer(buildFrame(std::to_string(++id), wire(data))).value_or("")).data;
 }
+
+/// Controllers 2 to 20 of a MIDI device, of which only the last is defined.
+const std::string otherControllers =
+    "|GA;B255|HA;B255|IA;B255|JA;B255|KA;B255|LA;B255|MA;B255|NA;B255|OA;B255|PA;B255|QA;B255|RA;B255|SA;B255|TA;B255"
+    "|UA;B255|VA;B255|WA;B255|XA;B255|YAÖ;B0";
 
 /// How many top-level fields of two answers of the same length differ.
 int differences(const std::string &before, const std::string &after)
 {
-    const auto first = splitFields(before, control::gs).value();
-    const auto second = splitFields(after, control::gs).value();
+    const auto first = splitFields(before, control::gs).value(), second = splitFields(after, control::gs).value();
     EXPECT_EQ(first.size(), second.size());
-    int count = 0;
-    for (std::size_t i = 0; i < std::min(first.size(), second.size()); ++i)
-        count += first[i] != second[i];
-    return count;
+    const auto end = first.begin() + static_cast<std::ptrdiff_t>(std::min(first.size(), second.size()));
+    return std::inner_product(first.begin(), end, second.begin(), 0, std::plus(), std::not_equal_to());
+}
+
+/// A memory in which no two neighbouring fields are alike.
+UnitMemory sample()
+{
+    VirtualUnit unit{UnitMemory()};
+    const std::string writes[] = {
+        "WBB|A4|BCAFÉ|C3|D9|E1|F0",
+        "WBP|A4|B2|CSOLO|D2|EA1;B1;C2;D3;E4;F1;G2|FA2;B1;C3;D4;E2;F1|GAA1,B2,C64;BA10,B20,C254;a1;j128;nA3,B4,C3,D5,"
+        "E127",
+        "WMD|A10|BAMP|C16|D1|E2|FAGAIN;B20" + otherControllers + "|a3|b254|c60|d3",
+        "WMI|B3|C2",
+        "WSO|A1|B2|C3|D1|E2|F3",
+        "WOS|A2|B1|D6|E7|F3|G1|J2|K2",
+    };
+    for (const std::string &write : writes)
+        EXPECT_EQ(reply(unit, write), "0") << write;
+    unit.memory().deviceInfo = {"KORA", "BENCH", 2, 7, 3, 99};
+    unit.memory().expressionPedal = {
+        ExpressionPedalCharacteristic::SlowFast, ExpressionPedalPeriod::Ms64, 1, 127, 12, 4095, true, 10, 20, true};
+    return unit.memory();
 }
 
 TEST(Commands, AnswerByteForByte)
 {
-    const std::pair<const char *, const char *> table[] = {
+    const std::pair<const char *, std::string> table[] = {
         {"1^RDI7329", "1^0|AKORA|BBENCH|C2|D7|E3|F995A0B"},
         {"7^RET|A33DAF", "7^0|A3|BUnknown command82CC"},
         {"12^RBB|A4D9C6", "12^0|A4|BCAFÉ|C3|D9|E1|F006AE"},
@@ -82,12 +73,11 @@ TEST(Commands, AnswerByteForByte)
                             "GAA1,B2,C64;BA10,B20,C254;a1;j128;nA3,B4,C3,D5,E127CD62"},
         {"18446744073709551615^RBP|A99|B945E4",
          "18446744073709551615^0|A99|B9|C|D0|EA2;B2;C2;D2;E2;F2;G2|FA2;B2;C2;D2;E2;F2FEE0"},
-        {"8^RMD|A1073FD", "8^0|A10|BAMP|C16|D1|E2|FAGAIN;B20|GA;B255|HA;B255|IA;B255|JA;B255|KA;B255|LA;B255|MA;B255|"
-                          "NA;B255|OA;B255|PA;B255|QA;B255|RA;B255|SA;B255|TA;B255|UA;B255|VA;B255|WA;B255|XA;B255|"
-                          "YAÖ;B0|a3|b254|c60|d3BDAD"},
+        {"8^RMD|A1073FD", "8^0|A10|BAMP|C16|D1|E2|FAGAIN;B20" + otherControllers + "|a3|b254|c60|d3BDAD"},
         {"9^RMIE2CE", "9^0|A255|B3|C234D5"},
         {"10^REPC8D0", "10^0|C3|D5|E1|F127|G12|H4095|I1|J10|K20311B"},
         {"11^RSOA0A2", "11^0|A1|B2|C3|D1|E2|F370B5"},
+        {"11^WOS|J15769", "11^137BE7"},  // the identifier of the last command
         {"0^ROS4892", "0^0|A2|B1|C0|D6|E7|F3|G1|H0|I0|J2|K2B456"},
         {"13^WBB|A0|BFIRST9DB8", "13^027F6"},
         {"14^WSOA17E", "14^0E647"},
@@ -123,39 +113,45 @@ TEST(Commands, BadFramesGetAStatusAndTheirIdentifier)
         {frame("2^RDI|A^11B72"), "2", "2"},
         {frame(std::string("2^RET|A\0003C916", 13)), "2", "2"},
     };
-    VirtualUnit unit(sample());
+    VirtualUnit unit{UnitMemory()};
     for (const auto &row : table)
         EXPECT_EQ(unit.answer(row.bytes), buildFrame(row.id, row.status)) << testing::PrintToString(row.bytes);
-    EXPECT_EQ(unit.memory(), sample());
 }
 
 TEST(Commands, RefusedCommandsChangeNothing)
 {
     const struct
     {
-        const char *status, *start, *rests;
+        const char *status, *start;
+        std::string rests;
     } table[] = {
         {"3", "", "RXX WDI|A1 IDN"},
         {"4", "", "RBB WBB|BX RBP|A1 RMD WMD|C1 RET WFD|B00 WFD"},
         {"5", "", "RBB|A100 RBB|A-1 RBP|A0|B10 RMD|A0 RMD|A11 WBP|A100|B0|CX RBB|A99999999999"},
         {"6", "", "RDI|A1 RBB|A0|B1 WBB|A0|BX|GY WEP|G1 WEP|H1 WEP|I1 WEP|A1 WOS|H0 WOS|I0 WSO|G1 WMD|A1|Z1"},
-        {"6", "", "WBP|A0|B0|H1 WBP|A0|B0|GU1 WBP|A0|B0|Gk1 WFD|C|D WFD|A1|B00|C"},
-        {"7", "", "RBB|A1|A1 WBB|A0|BX|BY WBP|A0|B0|EA1;B1;C1;D1;E1;F1;G1;A1 WBP|A0|B0|Ga1;a2"},
-        {"8", "", "WBB|A0 WBP|A0|B0 WMD|A1 WMI WEP WOS WMD|A1|FAX WMD|A1|FB1 WFD|A1"},
-        {"8", "WBP|A0|B0|", "EA1;B1;C1;D1;E1;F1 FA1 GAA1,B1 GnA1,B1,C1,D1"},
+        {"6", "", "WBP|A0|B0|H1 WBP|A0|B0|D0|GU1 WBP|A0|B0|D0|Gk1 WFD|C|D WFD|A1|B00|C"},
+        {"7", "", "RBB|A1|A1 WBB|A0|BX|BY WBP|A0|B0|D0|EA1;A1;B1;C1;D1;E1;F1;G1 WBP|A0|B0|D0|Ga1;a2"},
+        {"8", "", "WBB|A0 WBP|A0|B0 WMD|A1 WMI WEP WOS WFD|A1"},
+        {"8", "WMD|A1|", "FAX;B1 FAX" + otherControllers},
+        {"8", "WBP|A0|B0|", "EA1;B1;C1;D1;E1;F1;G1 CX|FA1;B1;C1;D1;E1;F1 G Ga1"},  // without D
+        {"8", "WBP|A0|B0|D0|", "EA1;B1;C1;D1;E1;F1 FA1 GAA1,B1 GnA1,B1,C1,D1"},
         {"9", "", "RBB|A RBB|A01 RBB|A+1 RBB|A1x WOS|A WOS|A1.0 WOS|A-0 WOS|A1;B1"},
         {"10", "WBB|A0|", "C0 C4 D10 D-1"},
-        {"10", "WBP|A0|B0|", "D4 EA0;B1;C1;D1;E1;F1;G1 EA1;B1;C1;D1;E1;F1;G5 FA1;B1;C1;D1;E1;F5"},
-        {"10", "WBP|A0|B0|G", "a0 a129 j254 AA0,B1,C1 AA11,B1,C1 AA255,B1,C1 AA1,B21,C1 AA1,B0,C254 AA1,B1,C128"},
-        {"10", "WBP|A0|B0|GnA", "0,B1,C1,D1,E1 1,B0,C1,D1,E1 1,B1,C4,D1,E1 1,B1,C1,D128,E1 1,B1,C1,D1,E255"},
-        {"10", "WMD|A1|", "C0 C17 D2 E0 E4 FAX;B128 a0 a21 b253 c128 d4"},
+        {"10", "WBP|A0|B0|D0|", "EA0;B1;C1;D1;E1;F1;G1 EA1;B1;C1;D1;E1;F1;G5 FA1;B1;C1;D1;E1;F5"},
+        {"10", "WBP|A0|B0|D0|G", "a0 a129 j254 AA0,B1,C1 AA11,B1,C1 AA255,B1,C1 AA1,B21,C1 AA1,B0,C254 AA1,B1,C128"},
+        {"10", "WBP|A0|B0|D0|GnA", "0,B1,C1,D1,E1 1,B0,C1,D1,E1 1,B1,C4,D1,E1 1,B1,C1,D128,E1 1,B1,C1,D1,E255"},
+        {"10", "WMD|A1|", "C0 C17 D2 E0 E4 a0 a21 b253 c128 d4 FAX;B128" + otherControllers},
         {"10", "WMI|", "A254 B4 C3"},
         {"10", "WEP|", "C0 D6 E128 F255 J11 J0 K21"},
         {"10", "WSO|", "A0 F4"},
         {"10", "WOS|", "A3 B2 D8 E0 F4 G-1 J0 K3"},
         {"10", "WFD|", "C1"},
-        {"11", "", "WBB|A0|BA\x7F WBP|A0|B0|C\x1B WBB|A0|BX;Y WMD|A1|FAX\x01;B1"},
-        {"2", "WBP|A0|B0|", "EA1;;B1 GAA1,,B1 Ga1;"},
+        {"11", "", "WBB|A0|BA\x7F WBP|A0|B0|C\x1B WBB|A0|BX;Y WMD|A1|FAX\x01;B1" + otherControllers},
+        {"12", "", "RBP|B0|A0 WBB|BX|A0 WBP|A0|CX|B0 WBP|D0|A0|B0 WMD|C1|A1 WFD|B00|A1"},
+        {"12", "WBP|A0|B0|D0|", "EB1;A1;C1;D1;E1;F1;G1 FA1;B1;C1;D1;F1;E1 GBA1,B1,C1;AA1,B1,C1 Gb1;a1 Ga1;AA1,B1,C1"},
+        {"12", "WBP|A0|B0|D0|", "GnA1,B1,C1,D1,E1;a1 GAB1,A1,C1 GnA1,B1,C1,E1,D1"},
+        {"12", "WMD|A1", otherControllers + "|FAX;B1 |FB1;AX" + otherControllers + " |FAX;B1|BX" + otherControllers},
+        {"2", "WBP|A0|B0|D0|", "EA1;;B1 GAA1,,B1 Ga1;"},
         // A good value does not get in when a later one is refused.
         {"10", "", "WBB|A0|BNEW|C9 WOS|A2|K9 WBP|A0|B0|GAA1,B1,C1|D4 WMD|A1|BNEW|d0"},
     };
@@ -170,12 +166,14 @@ TEST(Commands, EveryFieldIsReadBackAsWritten)
 {
     const struct
     {
-        const char *write, *read, *fields;
+        const char *write, *read;
+        std::string fields;
     } table[] = {
         {"WBB|A99", "RBB|A99", "BŻÓŁTY B C1 C3 D0 D9 E2 F9"},
-        {"WBP|A4|B2", "RBP|A4|B2", "CRÊVE C D0 D3 EA4;B3;C2;D1;E2;F3;G4 FA4;B3;C2;D1;E2;F3"},
-        {"WMD|A1", "RMD|A1", "BHALL C1 C16 C255 D0 D1 E1 E3 FAMIX;B0 YALAST;B255 YA;B127"},
-        {"WMD|A1", "RMD|A1", "a1 a20 b0 b127 b254 b255 c0 c127 d1 d3"},
+        {"WBP|A4|B2", "RBP|A4|B2", "CRÊVE C D0 D3 D2"},
+        {"WBP|A4|B2|D2", "RBP|A4|B2", "EA4;B3;C2;D1;E2;F3;G4 FA4;B3;C2;D1;E2;F3"},
+        {"WMD|A10", "RMD|A10", "BHALL C1 C16 C255 D0 D1 E1 E3 FAMIX;B127" + otherControllers},
+        {"WMD|A10", "RMD|A10", "a1 a20 b0 b127 b254 b255 c0 c127 d1 d3"},
         {"WMI", "RMI", "A1 A16 A255 B1 B3 C1 C2"},
         {"WEP", "REP", "C1 C3 D1 D5 E0 E127 F0 F127 J1 J10 J255 K1 K20 K255"},
         {"WSO", "RSO", "A1 A3 B3 C1 D3 E3 F1 F3"},
@@ -192,37 +190,44 @@ TEST(Commands, EveryFieldIsReadBackAsWritten)
         }
 }
 
-TEST(Commands, ControlChangesAreReplacedDroppedClearedOrLeft)
+TEST(Commands, ControlChangesAreReplacedMergedDroppedClearedOrLeft)
 {
-    const std::pair<const char *, const char *> table[] = {
+    const auto replace = MidiLists::Replace, merge = MidiLists::Merge;
+    const std::string pedal = "nA2,B2,C2,D2,E2";
+    const std::tuple<MidiLists, std::string, std::string> table[] = {
         // what is written, "G" of the answer afterwards
-        {"GAA1,B1,C0;BA10,B20,C127;TA2,B3,C254", "|GAA1,B1,C0;BA10,B20,C127;CA2,B3,C254"},
-        {"Gc7", "|GAA1,B1,C0;BA10,B20,C127;CA2,B3,C254;c7"},
-        {"GnA2,B2,C2,D2,E2", "|GAA1,B1,C0;BA10,B20,C127;CA2,B3,C254;c7;nA2,B2,C2,D2,E2"},
-        {"GAA99,B0,C255;BA4,B4,C4;CA1,B1,C255|D1", "|GAA4,B4,C4;c7;nA2,B2,C2,D2,E2"},
-        {"Gc255|GAA5,B5,C5", "|GAA5,B5,C5;nA2,B2,C2,D2,E2"},
-        {"Ga128;j1;nA255,B255,C3,D127,E0", "|GAA5,B5,C5;a128;j1;nA255,B255,C3,D127,E0"},
-        {"Ga255;j255;nA2,B2,C2,D2,E2", "|GAA5,B5,C5;nA2,B2,C2,D2,E2"},
-        {"G", "|GnA2,B2,C2,D2,E2"},
-        {"GAA20,B1,C255", "|GnA2,B2,C2,D2,E2"},
+        {replace, "GAA1,B1,C0;BA10,B20,C127;TA2,B3,C254", "AA1,B1,C0;BA10,B20,C127;CA2,B3,C254"},
+        {replace, "Gc7|GnA2,B2,C2,D2,E2", "AA1,B1,C0;BA10,B20,C127;CA2,B3,C254;c7;" + pedal},
+        {replace, "GAA99,B0,C255;BA4,B4,C4;CA1,B1,C255", "AA4,B4,C4;c7;" + pedal},
+        {replace, "Gc255|GAA5,B5,C5", "AA5,B5,C5;" + pedal},
+        {replace, "Ga128;j1;nA255,B255,C3,D127,E0", "AA5,B5,C5;a128;j1;nA255,B255,C3,D127,E0"},
+        {merge, "Ga255;j255;nA2,B2,C2,D2,E2", "AA5,B5,C5;" + pedal},
+        {merge, "GAA5,B4,C1;BA4,B5,C2", "AA5,B5,C5;BA5,B4,C1;CA4,B5,C2;" + pedal},
+        {merge, "GAA99,B0,C255;BA5,B4,C3;CA5,B5,C255;DA261,B4,C255", "AA5,B4,C3;BA4,B5,C2;" + pedal},
+        {merge, "G", "AA5,B4,C3;BA4,B5,C2;" + pedal},
+        {replace, "G", pedal},
+        {replace, "GAA20,B1,C255", pedal},
+        {replace, "GAA1,B1,C1;BA1,B1,C2", "AA1,B1,C1;BA1,B1,C2;" + pedal},
+        {merge, "GAA1,B1,C255", pedal},
     };
     VirtualUnit unit{UnitMemory()};
-    for (const auto &[fields, midi] : table) {
-        EXPECT_EQ(reply(unit, std::string("WBP|A0|B0|") + fields), "0") << fields;
+    for (const auto &[lists, fields, midi] : table) {
+        unit.setMidiLists(lists);
+        EXPECT_EQ(reply(unit, "WBP|A0|B0|D0|" + fields), "0") << fields;
         const std::string answer = reply(unit, "RBP|A0|B0");
-        EXPECT_EQ(answer.substr(std::min(answer.find("\x1DG"), answer.size())), wire(midi)) << fields;
+        EXPECT_EQ(answer.substr(std::min(answer.find("\x1DG"), answer.size())), wire("|G" + midi)) << fields;
     }
+    unit.memory().presets[0][0].controlChanges.assign(20, {1, 1, 0});
+    EXPECT_EQ(reply(unit, "WBP|A0|B0|D0|GAA2,B1,C1"), "14");
+    EXPECT_EQ(reply(unit, "WBP|A0|B0|D0|GAA2,B1,C1;BA1,B1,C255"), "0");
 }
 
 TEST(Commands, EveryStatusHasATextOfItsOwn)
 {
-    std::set<std::string> texts;
-    VirtualUnit unit{UnitMemory()};
-    for (const int status : {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 20, 21, 22, 23, 24, -7})
-        texts.insert(reply(unit, "RET|A" + std::to_string(status)).substr(3));
-    EXPECT_EQ(texts.size(), 17U);
-    unit.setErrorText(-7, "<b>out</b>");
-    EXPECT_EQ(reply(unit, "RET|A-7"), wire("0|A-7|B<b>out</b>"));
+    std::set<std::string_view> texts;
+    for (const int status : {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 20, 21, 22, 23, 24, -7})
+        texts.insert(statusText(status));
+    EXPECT_EQ(texts.size(), 21U);
 }
 
 TEST(Firmware, IsTakenInOrderAndInstalledByTheRestart)
@@ -238,7 +243,10 @@ TEST(Firmware, IsTakenInOrderAndInstalledByTheRestart)
         {"D", "24"},          {"A3|B00", "20"}, {"A2|BAB", "0"},  {"A3|B00", "20"},
         {"C", "0"},           {"A3|B00", "20"}, {"D", "0"},
     };
-    VirtualUnit unit(sample(), 40ms);
+    VirtualUnit unit(sample(), 200ms);
+    for (int number = 1; number <= 1920; ++number)
+        ASSERT_EQ(reply(unit, "WFD|A" + std::to_string(number) + "|B" + full), "0");
+    EXPECT_EQ(reply(unit, "WFD|A1921|B00"), "23");
     for (const auto &[fields, status] : table)
         EXPECT_EQ(reply(unit, "WFD|" + fields), status) << fields;
 
@@ -251,29 +259,9 @@ TEST(Firmware, IsTakenInOrderAndInstalledByTheRestart)
     EXPECT_EQ(unit.memory().firmware, image);
     EXPECT_EQ(reply(unit, "RDI"), wire("0|AKORA|BBENCH|C159|D25|E3|F99"));
     EXPECT_EQ(reply(unit, "WFD|D"), "24");
-}
-
-TEST(Firmware, WithoutDataTheUnitOnlyRestarts)
-{
-    VirtualUnit unit(sample(), 0ms);
     EXPECT_EQ(reply(unit, "WFD|C"), "0");
-    EXPECT_EQ(reply(unit, "WFD|D"), "0");
-    EXPECT_EQ(unit.memory(), sample());
-}
-
-TEST(Firmware, TakesNoMoreThan1920Chunks)
-{
-    VirtualUnit unit(sample());
-    const std::string full(1024, '0');
-    for (int number = 1; number <= 1920; ++number)
-        ASSERT_EQ(reply(unit, "WFD|A" + std::to_string(number) + "|B" + full), "0");
-    EXPECT_EQ(reply(unit, "WFD|A1921|B00"), "23");
-}
-
-TEST(Firmware, VersionIsTheChecksumOfTheImage)
-{
-    EXPECT_EQ(bitwiseCrc("123456789"), 0xBB3D);
-    EXPECT_EQ(firmwareVersion({0x00, 0xFF}), (FirmwareVersion{0x40, 0x40}));
+    EXPECT_EQ(reply(unit, "WFD|D"), "0");  // without data it only restarts
+    EXPECT_EQ(unit.memory().firmware, image);
 }
 
 }  // namespace

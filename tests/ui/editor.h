@@ -1,39 +1,59 @@
 #pragma once
 
 #include "simulator/unitport.h"
-#include "ui/mainwindow.h"
+#include "support/wire.h"
+#include "ui/combobox.h"
+#include "ui/shell/mainwindow.h"
 
-#include <QComboBox>
+#include <QApplication>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListView>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QTableWidget>
 #include <QTest>
-#include <QThread>
+#include <QTimer>
 
+#include <algorithm>
+#include <deque>
 #include <functional>
 #include <gtest/gtest.h>
 
-/// The real main window with a virtual unit behind a pseudo-terminal.
+using Requests = std::vector<std::string>;
+
+/// The real main window with a virtual unit behind a pseudo-terminal. A dialog that no test expects fails it at once.
 class Editor : public testing::Test
 {
 protected:
-    UnitPort unit{musicianContent(), std::chrono::milliseconds(50)};
-    PortLister unitsPort = [this] {
-        const std::string location = unit.location();
-        return location.empty() ? QStringList() : QStringList(QString::fromStdString(location));
-    };
-    MainWindow window{unitsPort};
+    /// What the virtual unit holds at first: a musician's content, or something that tells every value apart.
+    explicit Editor(const UnitMemory &memory = musicianContent(), DeviceController::Timeouts timeouts = {200, 300})
+        : unit(memory, std::chrono::milliseconds(50)), window(unitsPort, nullptr, timeouts)
+    {
+        unit.recordRequests();
+        unit.onExchange([this](const std::string &, const std::string &) { ++exchanges; });
+        QObject::connect(&dialogWatch, &QTimer::timeout, [this] { meetDialog(); });
+        dialogWatch.start(5);
+    }
+    ~Editor() override { unit.onExchange({}); }
 
     void SetUp() override
     {
         window.show();
+        QApplication::setActiveWindow(&window);
         ASSERT_TRUE(becomes([this] { return isConnected(); }));
         ASSERT_TRUE(settles());
         unit.takeRequests();
     }
 
-    void TearDown() override { window.close(); }
+    void TearDown() override
+    {
+        EXPECT_TRUE(awaited.empty()) << "a dialog that was expected did not open";
+        window.close();
+        EXPECT_FALSE(window.isVisible());
+    }
+
+    // --- Widgets
 
     template <typename Widget>
     Widget &find(const QString &name) const
@@ -49,17 +69,61 @@ protected:
     {
         return dynamic_cast<Widget &>(*find<QTableWidget>("tableWidget_" + table).cellWidget(row, column));
     }
+    ComboBox &box(const QString &table, int row, int column) const { return cell<ComboBox>(table, row, column); }
+    QLineEdit &edit(const QString &table, int row, int column) const { return cell<QLineEdit>(table, row, column); }
+
+    void click(const QString &button) { QTest::mouseClick(&find<QPushButton>(button), Qt::LeftButton); }
+    void clickCell(const QString &table, int row, int column) { cell<QPushButton>(table, row, column).click(); }
+
+    /// Opens the box's list, moves to the item and takes it.
+    static void choose(QComboBox &box, const QString &item)
+    {
+        ASSERT_GE(box.findText(item), 0) << item.toStdString();
+        box.showPopup();
+        box.view()->setCurrentIndex(box.model()->index(box.findText(item), 0));
+        QTest::keyClick(box.view(), Qt::Key_Return);
+    }
+
+    /// Types over what an edit holds, key by key.
+    static void type(QLineEdit &edit, const QString &text, Qt::Key end = Qt::Key_Return)
+    {
+        edit.setFocus();
+        edit.selectAll();
+        QTest::keyClick(&edit, Qt::Key_Delete);
+        for (const QChar letter : text)
+            QTest::sendKeyEvent(QTest::Click, &edit, Qt::Key_unknown, QString(letter), Qt::NoModifier);
+        if (end != Qt::Key_unknown) QTest::keyClick(&edit, end);
+    }
+
+    // --- Dialogs
+
+    /// Lets `act` work on the next dialog, in the order of the calls; it must end the dialog.
+    void onDialog(std::function<void(QWidget &)> act) { awaited.push_back(std::move(act)); }
+
+    /// "title|text" of the next message box, which is answered.
+    std::shared_ptr<QString> nextBox(QMessageBox::StandardButton answer = QMessageBox::Ok)
+    {
+        auto text = std::make_shared<QString>();
+        onDialog([=](QWidget &dialog) {
+            auto &message = dynamic_cast<QMessageBox &>(dialog);
+            EXPECT_EQ(message.textFormat() == Qt::RichText, false);
+            *text = message.windowTitle() + '|' + message.text();
+            message.button(answer)->click();
+        });
+        return text;
+    }
+
+    // --- Waiting
 
     QString status() const { return find<QLabel>("label_deviceStatus").text(); }
     bool isConnected() const { return status() == "DEVICE CONNECTED"; }
 
     static bool becomes(const std::function<bool()> &condition) { return QTest::qWaitFor(condition, 10000); }
 
-    /// Waits until the editor asks for nothing more. Its requests run one after the other, so those that were made
-    /// before a marker have been answered when the marker is reached; their answers may lead to new ones.
+    /// Waits until the editor asks for nothing more: a round over the worker thread without an exchange.
     bool settles()
     {
-        for (int quietRounds = 0; quietRounds < 2;) {
+        for (int quietRounds = 0; quietRounds < 4;) {
             const std::size_t seen = exchanges;
             const auto reached = std::make_shared<std::atomic<bool>>(false);
             auto *const marker = new QObject;
@@ -75,30 +139,47 @@ protected:
         return true;
     }
 
-    /// Everything asked for since the last call, once nothing more comes.
-    std::vector<std::string> requests()
+    /// Everything asked for since the last call, once nothing more comes, with visible separators.
+    Requests requests()
     {
         EXPECT_TRUE(settles());
-        return unit.takeRequests();
+        return taken();
     }
-
-    void click(const QString &button) { QTest::mouseClick(&find<QPushButton>(button), Qt::LeftButton); }
-
-    /// Opens the box's list, moves to the item and takes it.
-    static void choose(QComboBox &box, const QString &item)
+    Requests taken()
     {
-        ASSERT_GE(box.findText(item), 0) << item.toStdString();
-        box.showPopup();
-        box.view()->setCurrentIndex(box.model()->index(box.findText(item), 0));
-        QTest::keyClick(box.view(), Qt::Key_Return);
+        Requests texts = unit.takeRequests();
+        std::transform(texts.begin(), texts.end(), texts.begin(), visible);
+        return texts;
     }
 
-    Editor()
-    {
-        unit.onExchange([this](const std::string &, const std::string &) { ++exchanges; });
-    }
-    ~Editor() override { unit.onExchange({}); }
+    UnitPort unit;
+    PortLister unitsPort = [this] {
+        const std::string location = unit.location();
+        return location.empty() ? QStringList() : QStringList(QString::fromStdString(location));
+    };
+    MainWindow window;
 
 private:
+    void meetDialog()
+    {
+        QWidget *const dialog = QApplication::activeModalWidget();
+        if (!dialog || dialog == met) return;
+        if (awaited.empty()) {
+            const auto *const message = qobject_cast<QMessageBox *>(dialog);
+            ADD_FAILURE() << "unexpected dialog " << dialog->windowTitle().toStdString() << ": "
+                          << (message ? message->text() : dialog->objectName()).toStdString();
+            dialog->close();
+            return;
+        }
+        const auto act = std::move(awaited.front());
+        awaited.pop_front();
+        met = dialog;
+        act(*dialog);
+        met = nullptr;
+    }
+
     std::atomic<std::size_t> exchanges = 0;
+    QTimer dialogWatch;
+    std::deque<std::function<void(QWidget &)>> awaited;
+    QWidget *met = nullptr;  // being acted upon
 };

@@ -1,10 +1,10 @@
-#include "ui/aboutwindow.h"
-#include "ui/controllerlistwindow.h"
+#include "ui/dialogs/aboutwindow.h"
+#include "ui/dialogs/controllerlistwindow.h"
 #include "ui/editor.h"
-#include "ui/installdriverswindow.h"
+#include "ui/dialogs/installdriverswindow.h"
 #include "ui/look.h"
-#include "ui/midieditorwindow.h"
-#include "ui/previewwidget.h"
+#include "ui/dialogs/midieditorwindow.h"
+#include "ui/preview/previewwidget.h"
 
 #include <QLineEdit>
 

@@ -1,5 +1,5 @@
-#include "ui/previewpainter.h"
-#include "ui/previewwidget.h"
+#include "ui/preview/previewpainter.h"
+#include "ui/preview/previewwidget.h"
 
 #include <QFileDialog>
 #include <QImage>

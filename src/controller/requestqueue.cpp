@@ -1,0 +1,153 @@
+#include "controller/requestqueue.h"
+
+#include "protocol/failure.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+
+namespace {
+
+constexpr int lossesUntilGivenUp = 2;
+constexpr int longestFinish = 10000;  // ms; an answer that comes byte by byte has no end of its own
+
+}  // namespace
+
+RequestQueue::RequestQueue(DeviceController &unit, QObject *parent) : QObject(parent), controller(unit) {}
+
+bool RequestQueue::isLoss(const QString &message) { return message == QLatin1String(receivingTimeout); }
+
+void RequestQueue::read(const QString &key, Work work, Work failed)
+{
+    if (!connected || searching || finishing) return;
+    if (!showingFound)
+        lostReads.erase(key);  // the user tries again
+    else if (lostReads[key] >= lossesUntilGivenUp)
+        return failed();
+    std::erase_if(waiting, [&](const Request &other) { return other.kind == Kind::Read && other.words == key; });
+    waiting.push_back({Kind::Read, key, std::move(work), [] {}, std::move(failed)});
+    startNext();
+}
+
+void RequestQueue::change(Change change)
+{
+    Request request{Kind::Change, std::move(change.words), std::move(change.work), std::move(change.settled)};
+    if (!connected) {
+        request.settled();
+        emit dropped();
+        return;
+    }
+    waiting.push_back(std::move(request));
+    startNext();
+}
+
+void RequestQueue::upload(Work work)
+{
+    if (!connected) return;
+    waiting.push_back({Kind::Upload, {}, std::move(work)});
+    startNext();
+}
+
+void RequestQueue::search(Work work)
+{
+    if (isSearchWaiting() || finishing) return;
+    searching = true;
+    unitIsLost();
+    waiting.push_front({Kind::Search, {}, std::move(work)});
+    startNext();
+}
+
+void RequestQueue::unitIsLost()
+{
+    connected = false;
+    forgetReads();
+    std::move(waiting.begin(), waiting.end(), std::back_inserter(held));
+    waiting.clear();
+}
+
+void RequestQueue::found(const QString &identity, const Work &showIt)
+{
+    connected = true;
+    searching = false;
+    showingFound = true;
+    showIt();
+    showingFound = false;
+    std::deque<Request> back = std::exchange(held, {});
+    if (std::exchange(identityOfUnit, identity) != identity)
+        giveUp(std::move(back));
+    else
+        std::move(back.begin(), back.end(), std::back_inserter(waiting));
+    startNext();
+}
+
+void RequestQueue::startNext()
+{
+    if (running || waiting.empty()) return;
+    running = std::move(waiting.front());
+    waiting.pop_front();
+    running->work();
+    // The controller's slots run in the order of their calls, and so do the slots of their signals: when this comes
+    // back, all that the request led to has been heard.
+    QMetaObject::invokeMethod(
+        &controller,
+        [this, unit = &controller] {
+            QMetaObject::invokeMethod(
+                this, [this, failure = unit->takeFailure()] { finished(failure); }, Qt::QueuedConnection);
+        },
+        Qt::QueuedConnection);
+}
+
+void RequestQueue::finished(const QString &failure)
+{
+    const Request request = std::move(*running);
+    running.reset();
+    const bool lostUnit = isLoss(failure);
+    if (request.kind == Kind::Read) {
+        if (lostUnit)
+            ++lostReads[request.words];
+        else
+            lostReads.erase(request.words);
+        if (!failure.isEmpty()) request.failed();
+    } else if (request.kind == Kind::Change) {
+        if (finishing && !failure.isEmpty())
+            lost << (lostUnit ? request.words : QStringLiteral("%1 (%2)").arg(request.words, failure));
+        request.settled();
+    }
+    if (finishing && lostUnit) {
+        connected = false;
+        giveUp(std::exchange(waiting, {}));
+    }
+    startNext();
+}
+
+void RequestQueue::giveUp(std::deque<Request> requests)
+{
+    QStringList words;
+    for (const Request &request : requests) {
+        if (request.kind == Kind::Change) words << request.words;
+        request.settled();
+    }
+    if (finishing)
+        lost << words;
+    else if (!words.isEmpty())
+        emit undelivered(words);
+}
+
+void RequestQueue::forgetReads()
+{
+    std::erase_if(waiting, [](const Request &request) { return request.kind == Kind::Read; });
+}
+
+QStringList RequestQueue::finish()
+{
+    finishing = true;
+    controller.skipReads();
+    forgetReads();
+    giveUp(std::exchange(held, {}));
+    if (searching) giveUp(std::exchange(waiting, {}));
+    QElapsedTimer clock;
+    clock.start();
+    while (!searching && (running || !waiting.empty()) && !clock.hasExpired(longestFinish))
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents, 100);
+    giveUp(std::exchange(waiting, {}));
+    return lost;
+}

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QString>
+
+/// Where a value stands in the unit, for people: "BANK 3, PRESET 4", "MIDI DEVICE 2".
+namespace places {
+
+/// Banks count from 0.
+inline QString bank(int bank) { return QStringLiteral("BANK %1").arg(bank); }
+/// Presets count from 0.
+inline QString preset(int bank, int preset) { return QStringLiteral("BANK %1, PRESET %2").arg(bank).arg(preset); }
+/// MIDI devices count from 1.
+inline QString midiDevice(int number) { return QStringLiteral("MIDI DEVICE %1").arg(number); }
+inline QString midiMessages(int bankIndex, int presetIndex, int device)
+{
+    return QStringLiteral("%1: MIDI %2").arg(preset(bankIndex, presetIndex)).arg(device);
+}
+
+}  // namespace places

@@ -1,0 +1,74 @@
+#include "ui/dialogs/framelessdialog.h"
+
+#include "model/datafromdevice.h"
+#include "ui/look.h"
+
+#include <QLabel>
+#include <QPushButton>
+
+namespace {
+
+constexpr int dragBand = 60;  // pixels
+constexpr QSize crossSize(16, 16);
+constexpr int crossButton = 28;  // pixels, both ways
+
+QString dialogStyle()
+{
+    // The ground is the main window's, so a line tells where the dialog ends.
+    return look::windowStyle() + QStringLiteral("QDialog { border: 1px solid %1; }\n").arg(look::selectionColor);
+}
+
+}  // namespace
+
+FramelessDialog::FramelessDialog(const QString &objectName, QWidget *parent) : QDialog(parent), drag(dragBand)
+{
+    setObjectName(objectName);
+    setWindowFlags(Qt::Window | Qt::FramelessWindowHint | Qt::WindowTitleHint | Qt::CustomizeWindowHint);
+    setWindowTitle(QStringLiteral("Dialog"));
+    setStyleSheet(dialogStyle());
+    setFont(look::pixelFont(DataFromDevice::fontTableContent));
+}
+
+void FramelessDialog::mousePressEvent(QMouseEvent *event) { drag.press(event); }
+
+void FramelessDialog::mouseMoveEvent(QMouseEvent *event) { drag.move(event, this); }
+
+void FramelessDialog::mouseReleaseEvent(QMouseEvent *) { drag.release(); }
+
+void FramelessDialog::on_pushButton_closeWindow_clicked() { reject(); }
+
+void FramelessDialog::tell(const QString &title, const QString &text) { look::showMessage(this, title, text); }
+
+QLabel *FramelessDialog::makeLabel(const QString &objectName, const QString &text, const QFont &font)
+{
+    auto *label = new QLabel(this);
+    label->setObjectName(objectName);
+    label->setTextFormat(Qt::PlainText);
+    label->setText(text);
+    label->setFont(look::pixelFont(font));
+    return label;
+}
+
+QPushButton *FramelessDialog::makeButton(const QString &objectName, const QString &text, const QString &hoverColor)
+{
+    auto *button = new QPushButton(text, this);
+    button->setObjectName(objectName);
+    button->setFont(look::pixelFont(DataFromDevice::fontTabs));
+    button->setStyleSheet(QStringLiteral("QPushButton { color: white; background-color: %1; border-radius: 5;"
+                                         " text-align: center; }\n"
+                                         "QPushButton:hover { background-color: %2; }\n"
+                                         "QPushButton:focus { border: 1px solid %3; }")
+                              .arg(look::cellColor, hoverColor, look::focusColor));
+    return button;
+}
+
+void FramelessDialog::makeCloseButton()
+{
+    auto *cross = new QPushButton(this);
+    cross->setObjectName(QStringLiteral("pushButton_closeWindow"));
+    cross->setStyleSheet(look::plainButtonStyle(look::rejectColor));
+    cross->setGeometry(width() - crossButton - 8, 8, crossButton, crossButton);
+    look::makeIconButton(cross, QIcon(QStringLiteral(":/images/close.png")), crossSize, tr("Close"));
+    cross->setDefault(true);
+    connect(cross, &QPushButton::clicked, this, &FramelessDialog::on_pushButton_closeWindow_clicked);
+}

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "ui/windowdrag.h"
+
+#include <QDialog>
+
+class QFont;
+class QLabel;
+class QPushButton;
+
+/// A dialog without a system frame, moved by its top 60 pixels. Escape closes it as if it were dismissed.
+class FramelessDialog : public QDialog
+{
+    Q_OBJECT
+
+public slots:
+    void on_pushButton_closeWindow_clicked();
+
+protected:
+    /// A dialog with a parent opens in the middle of it.
+    FramelessDialog(const QString &objectName, QWidget *parent);
+
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+
+    /// Shows an error in a box over the dialog, which goes on meanwhile.
+    void tell(const QString &title, const QString &text);
+    /// A plain text.
+    QLabel *makeLabel(const QString &objectName, const QString &text, const QFont &font);
+    /// White on black, and `hoverColor` under the mouse.
+    QPushButton *makeButton(const QString &objectName, const QString &text, const QString &hoverColor);
+    /// `pushButton_closeWindow`, the cross in the corner; for a dialog that has its final size.
+    void makeCloseButton();
+
+private:
+    WindowDrag drag;
+};

@@ -1,0 +1,31 @@
+#include "ui/nameedit.h"
+
+#include "ui/look.h"
+
+#include <QKeyEvent>
+#include <QSignalBlocker>
+
+NameEdit::NameEdit(const QString &text) : QLineEdit(text), stored(text) { look::dressEdit(this); }
+
+void NameEdit::showStored(const QString &text)
+{
+    const bool isBeingTyped = hasFocus() && isAltered();
+    stored = text;
+    if (!isBeingTyped) takeBack();
+}
+
+void NameEdit::takeBack()
+{
+    if (!isAltered()) return;
+    const QSignalBlocker blocker(this);
+    setText(stored);
+    if (!hasFocus()) setCursorPosition(0);
+}
+
+void NameEdit::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Escape && isAltered())
+        takeBack();
+    else
+        QLineEdit::keyPressEvent(event);
+}

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QLineEdit>
+
+/// An edit for a text that the unit holds. It tells what the user has altered from what it was made to show, so that
+/// only that is sent; a refresh leaves text that is being typed alone, and Escape brings the unit's text back.
+class NameEdit : public QLineEdit
+{
+    Q_OBJECT
+
+public:
+    explicit NameEdit(const QString &text = QString());
+
+    /// Makes the edit show the unit's text from its beginning, without announcing it.
+    void showStored(const QString &text);
+    /// Brings the text back that it was last made to show.
+    void takeBack();
+    bool isAltered() const { return text() != stored; }
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    QString stored;
+};

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "ui/preview/previewscene.h"
+
+#include <QRectF>
+#include <QSizeF>
+
+class QPainter;
+
+/// Paints a preview scene on a canvas of its own units, which the painter's transform brings to any size.
+namespace preview {
+
+inline constexpr QSizeF canvas{1298, 567};
+inline constexpr int switchesInRow = 5;
+
+enum class Medium { Screen, FocusedScreen, Paper };
+
+void paint(QPainter &painter, const PreviewScene &scene, Medium medium);
+
+/// Where footswitch `number` (0 to 9) lies: 0 to 4 in the row by the player's foot, 5 to 9 above.
+QRectF footswitchRect(int number);
+/// Where the buttons that page the bank lie, beside the display.
+QRectF arrowDownRect();
+QRectF arrowUpRect();
+
+}  // namespace preview

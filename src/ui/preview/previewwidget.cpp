@@ -1,0 +1,215 @@
+#include "ui/preview/previewwidget.h"
+
+#include "ui/look.h"
+#include "ui/preview/previewpainter.h"
+
+#include <QAction>
+#include <QFileDialog>
+#include <QImage>
+#include <QKeyEvent>
+#include <QMessageBox>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPushButton>
+#include <QSaveFile>
+#include <QSvgGenerator>
+
+namespace {
+
+constexpr double pngScale = 3;
+constexpr double printedWidth = 277;  ///< millimetres: A4 across, with margins
+constexpr double millimetresPerInch = 25.4;
+constexpr double millimetresPerMetre = 1000;
+
+bool paintOnPaper(QPaintDevice *device, const PreviewScene &scene, double scale)
+{
+    QPainter painter;
+    if (!painter.begin(device)) return false;
+    painter.scale(scale, scale);
+    preview::paint(painter, scene, preview::Medium::Paper);
+    return painter.end();
+}
+
+bool writeSvg(QIODevice *file, const PreviewScene &scene)
+{
+    QSvgGenerator generator;
+    generator.setOutputDevice(file);
+    generator.setTitle(scene.bankName);
+    generator.setSize(preview::canvas.toSize());
+    generator.setViewBox(QRectF(QPointF(), preview::canvas));
+    generator.setResolution(qRound(preview::canvas.width() / printedWidth * millimetresPerInch));
+    return paintOnPaper(&generator, scene, 1);
+}
+
+bool writePng(QIODevice *file, const PreviewScene &scene)
+{
+    QImage image((preview::canvas * pngScale).toSize(), QImage::Format_RGB32);
+    image.setDotsPerMeterX(qRound(image.width() / printedWidth * millimetresPerMetre));
+    image.setDotsPerMeterY(image.dotsPerMeterX());
+    return paintOnPaper(&image, scene, pngScale) && image.save(file, "PNG");
+}
+
+}  // namespace
+
+PreviewWidget::PreviewWidget(QWidget *parent)
+    : QWidget(parent), arrowDown(addArrow(QStringLiteral(":/images/arrow-down.png"), tr("Previous bank"), -1)),
+      arrowUp(addArrow(QStringLiteral(":/images/arrow-up.png"), tr("Next bank"), 1))
+{
+    setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setAccessibleName(tr("Preview of the bank"));
+    resize(preview::canvas.toSize());
+
+    auto *save = new QAction(tr("SAVE PICTURE"), this);
+    save->setShortcut(QKeySequence(QStringLiteral("Ctrl+S")));
+    save->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    connect(save, &QAction::triggered, this, &PreviewWidget::choosePath);
+    addAction(save);
+    setContextMenuPolicy(Qt::ActionsContextMenu);
+    setStyleSheet(look::menuStyle());  // reaches the context menu, which is a child
+    refresh();
+}
+
+QPushButton *PreviewWidget::addArrow(const QString &icon, const QString &name, int step)
+{
+    auto *arrow = new QPushButton(this);
+    arrow->setStyleSheet(look::plainButtonStyle(look::pageColor));
+    look::makeIconButton(arrow, QIcon(icon), QSize(30, 30), name);
+    connect(arrow, &QPushButton::clicked, this, [this, step] { page(step); });
+    return arrow;
+}
+
+void PreviewWidget::requestBank()
+{
+    if (shown.data()) emit getBankAndPresetData(currentBank());
+}
+
+void PreviewWidget::retry()
+{
+    if (isUnreadable) requestBank();
+}
+
+void PreviewWidget::readFailed(int bank)
+{
+    if (bank == currentBank()) isUnreadable = true;
+}
+
+void PreviewWidget::loadDataFromDevice(DataFromDevice *dataFromDevice)
+{
+    shown.setModel(dataFromDevice);
+    isUnreadable = false;
+    refresh();
+}
+
+void PreviewWidget::gotBankAndPresetData(int bank)
+{
+    if (bank != currentBank()) return;
+    isUnreadable = false;
+    refresh();
+}
+
+void PreviewWidget::gotMidiDevicesData() { refresh(); }
+
+void PreviewWidget::page(int step)
+{
+    if (!shown.goTo(currentBank() + step)) return;
+    isUnreadable = false;
+    refresh();
+    requestBank();
+}
+
+void PreviewWidget::choose(int footswitch)
+{
+    if (footswitch < 0 || footswitch >= presetCount) return;
+    chosen = footswitch;
+    refresh();
+}
+
+void PreviewWidget::refresh()
+{
+    picture = PreviewScene::of(shown.data(), currentBank(), chosen);
+    setAccessibleDescription(picture.description());
+    update();
+}
+
+QTransform PreviewWidget::fit() const
+{
+    const double scale = qMin(width() / preview::canvas.width(), height() / preview::canvas.height());
+    return QTransform::fromTranslate(width() / 2.0, height() / 2.0)
+        .scale(scale, scale)
+        .translate(-preview::canvas.width() / 2, -preview::canvas.height() / 2);
+}
+
+void PreviewWidget::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setTransform(fit(), true);
+    preview::paint(painter, picture, hasFocus() ? preview::Medium::FocusedScreen : preview::Medium::Screen);
+}
+
+void PreviewWidget::resizeEvent(QResizeEvent *)
+{
+    arrowDown->setGeometry(fit().mapRect(preview::arrowDownRect()).toRect());
+    arrowUp->setGeometry(fit().mapRect(preview::arrowUpRect()).toRect());
+}
+
+void PreviewWidget::mousePressEvent(QMouseEvent *event)
+{
+    const QPointF place = fit().inverted().map(event->localPos());
+    for (int footswitch = 0; footswitch < presetCount; ++footswitch)
+        if (event->button() == Qt::LeftButton && preview::footswitchRect(footswitch).contains(place))
+            return choose(footswitch);
+    QWidget::mousePressEvent(event);
+}
+
+void PreviewWidget::keyPressEvent(QKeyEvent *event)
+{
+    switch (event->key()) {
+    case Qt::Key_Left:
+        return choose(chosen - 1);
+    case Qt::Key_Right:
+        return choose(chosen + 1);
+    case Qt::Key_Up:
+        return choose(chosen + preview::switchesInRow);
+    case Qt::Key_Down:
+        return choose(chosen - preview::switchesInRow);
+    case Qt::Key_PageUp:
+        return page(1);
+    case Qt::Key_PageDown:
+        return page(-1);
+    default:
+        QWidget::keyPressEvent(event);
+    }
+}
+
+void PreviewWidget::choosePath()
+{
+    auto *dialog = new QFileDialog(this, tr("Save picture"), tr("bank-%1").arg(currentBank()));
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    const QString svgFilter = tr("SVG drawing (*.svg)");
+    dialog->setNameFilters({tr("PNG picture (*.png)"), svgFilter});
+    dialog->setDefaultSuffix(QStringLiteral("png"));
+    connect(dialog, &QFileDialog::filterSelected, dialog, [dialog, svgFilter](const QString &filter) {
+        dialog->setDefaultSuffix(filter == svgFilter ? QStringLiteral("svg") : QStringLiteral("png"));
+    });
+    connect(dialog, &QFileDialog::fileSelected, this, &PreviewWidget::savePicture);
+    dialog->open();
+}
+
+bool PreviewWidget::savePicture(const QString &path)
+{
+    QSaveFile file(path);
+    if (file.open(QIODevice::WriteOnly)) {
+        const bool svg = path.endsWith(QLatin1String(".svg"), Qt::CaseInsensitive);
+        const bool written = svg ? writeSvg(&file, picture) : writePng(&file, picture);
+        if (written && file.commit()) return true;
+    }
+    auto *box = new QMessageBox(QMessageBox::Critical, tr("Error"),
+                                tr("The picture could not be saved as %1: %2").arg(path, file.errorString()),
+                                QMessageBox::Ok, this);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setTextFormat(Qt::PlainText);
+    box->open();
+    return false;
+}

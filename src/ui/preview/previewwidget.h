@@ -1,0 +1,62 @@
+#pragma once
+
+#include "ui/preview/previewscene.h"
+#include "ui/shownbank.h"
+
+#include <QTransform>
+#include <QWidget>
+
+class QPushButton;
+
+/// The preview page: what a bank does on stage, in one picture. It shows what the model holds and asks the unit for a
+/// bank only when the user pages to it.
+class PreviewWidget : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit PreviewWidget(QWidget *parent = nullptr);
+
+    /// The shown bank, 0 to 99.
+    int currentBank() const { return shown.number(); }
+    /// Asks for the shown bank; nothing without a unit.
+    void requestBank();
+    /// Asks again for the shown bank if it could not be read.
+    void retry();
+    void readFailed(int bank);
+
+    const PreviewScene &scene() const { return picture; }
+    /// Writes the picture for printing, dark on white: an SVG if the path ends in ".svg", else a PNG three times the
+    /// page's size. False, after a message to the user, when the file cannot be written.
+    bool savePicture(const QString &path);
+
+signals:
+    void getBankAndPresetData(int bank);
+
+public slots:
+    void loadDataFromDevice(DataFromDevice *dataFromDevice);
+    void gotBankAndPresetData(int bank);
+    void gotMidiDevicesData();
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    QPushButton *addArrow(const QString &icon, const QString &name, int step);
+    void page(int step);
+    void choose(int footswitch);
+    void choosePath();
+    void refresh();
+    /// From the picture's canvas to this widget: as large as fits, centred.
+    QTransform fit() const;
+
+    ShownBank shown;
+    bool isUnreadable = false;  ///< the shown bank could not be read
+    int chosen = 0;
+    PreviewScene picture;
+    QPushButton *arrowDown;
+    QPushButton *arrowUp;
+};

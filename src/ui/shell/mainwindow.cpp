@@ -1,0 +1,338 @@
+#include "ui/shell/mainwindow.h"
+
+#include "link/connection.h"
+#include "ui/combobox.h"
+#include "ui/look.h"
+#include "ui/preview/previewwidget.h"
+#include "ui/tables/tabfootswitchfunction.h"
+#include "ui/tables/tabloops.h"
+#include "ui/tables/tabmidi.h"
+#include "ui/tables/tabmididevices.h"
+#include "ui/tables/tabswitch.h"
+#include "ui/tables/tabwahpads.h"
+
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QCoreApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QShortcut>
+#include <QTableWidget>
+
+namespace {
+
+constexpr int dragHeight = 200;  // pixels from the top
+
+QString connectedText() { return QStringLiteral("DEVICE CONNECTED"); }
+QString disconnectedText() { return QStringLiteral("DEVICE DISCONNECTED"); }
+
+/// "2 changes did not reach the unit: SETTINGS: KEYBOARD TYPE; BANK 3: NAME"
+QString undeliveredText(const QStringList &changes)
+{
+    return QStringLiteral("%1 %2 not reach the unit: %3")
+        .arg(changes.size())
+        .arg(changes.size() == 1 ? QStringLiteral("change did") : QStringLiteral("changes did"),
+             changes.join(QLatin1String("; ")));
+}
+
+}  // namespace
+
+MainWindow::MainWindow(PortLister listPorts, QWidget *parent, DeviceController::Timeouts timeouts)
+    : QMainWindow(parent, Qt::Window | Qt::FramelessWindowHint | Qt::WindowTitleHint | Qt::CustomizeWindowHint),
+      controller(std::make_unique<DeviceController>(std::move(listPorts))), requests(*controller), aboutWindow(nullptr),
+      installDriversWindow(nullptr), ui(this), drag(dragHeight)
+{
+    setWindowIcon(QIcon(QStringLiteral(":/images/ico.png")));
+    connectButtons();
+    makeMenu();
+    makeTabs();
+    makeSettingsPages();
+    showDisconnected();
+    makeController();
+    auto *logShortcut = new QShortcut(QKeySequence(QStringLiteral("Ctrl+Shift+L")), centralWidget());
+    connect(logShortcut, &QShortcut::activated, this, &MainWindow::toggleLog);
+
+    controller->setTimeouts(timeouts);
+    controller->moveToThread(&workerThread);
+    requests.search([] {});  // begins with the thread
+    workerThread.start();
+}
+
+MainWindow::~MainWindow() { stopWorker(); }
+
+void MainWindow::connectButtons()
+{
+    using Clicked = void (MainWindow::*)();
+    constexpr std::array<Clicked, PageCount> pageClicks{
+        &MainWindow::on_pushButton_settingsTab_clicked,         &MainWindow::on_pushButton_presetsTab_clicked,
+        &MainWindow::on_pushButton_midiDevicesTab_clicked,      &MainWindow::on_pushButton_midiMidiIn_clicked,
+        &MainWindow::on_pushButton_midiExpressionPedal_clicked, &MainWindow::on_pushButton_midiSwitchOut_clicked,
+        &MainWindow::on_pushButton_previewTab_clicked};
+    for (int index = 0; index < PageCount; ++index) {
+        QPushButton *const button = ui.pages[static_cast<std::size_t>(index)].button;
+        connect(button, &QPushButton::clicked, this, pageClicks[static_cast<std::size_t>(index)]);
+        connect(button, &QPushButton::clicked, this,
+                [this, index] { tabButtonClicked(static_cast<PageIndex>(index)); });
+        auto *shortcut = new QShortcut(QKeySequence(static_cast<int>(Qt::ALT) + Qt::Key_1 + index), this);
+        connect(shortcut, &QShortcut::activated, this, [this, button] {
+            if (!button->isEnabled()) return;
+            button->click();
+            focusFirstEditor();
+        });
+    }
+    constexpr std::array<Clicked, SubTabCount> subTabClicks{
+        &MainWindow::on_pushButton_footswitchFunctionTab_clicked, &MainWindow::on_pushButton_loopsTab_clicked,
+        &MainWindow::on_pushButton_switchTab_clicked, &MainWindow::on_pushButton_midiTab_clicked,
+        &MainWindow::on_pushButton_wahPads_clicked};
+    for (std::size_t index = 0; index < SubTabCount; ++index)
+        connect(ui.subTabs[index].button, &QPushButton::clicked, this, subTabClicks[index]);
+
+    const auto clicks = [this](QPushButton *button, Clicked slot) {
+        connect(button, &QPushButton::clicked, this, slot);
+    };
+    clicks(ui.pushButton_connection, &MainWindow::on_pushButton_connection_clicked);
+    clicks(ui.pushButton_logo, &MainWindow::on_pushButton_logo_clicked);
+    clicks(ui.pushButton_menu, &MainWindow::on_pushButton_menu_clicked);
+    clicks(ui.pushButton_minimizeWindow, &MainWindow::on_pushButton_minimizeWindow_clicked);
+    clicks(ui.pushButton_closeWindow, &MainWindow::on_pushButton_closeWindow_clicked);
+    ui.pages[PresetsPageIndex].button->setFocus();
+}
+
+void MainWindow::makeMenu()
+{
+    menu = new QMenu(this);
+    menu->setStyleSheet(look::menuStyle());
+    menu->addAction(QStringLiteral("FIRMWARE UPGRADE"), this, &MainWindow::updateFirmware);
+    for (const char *title : {"BACKUP", "RESTORE", "FACTORY RESET"})
+        menu->addMenu(QLatin1String(title))->setStyleSheet(look::menuStyle());
+}
+
+void MainWindow::makeController()
+{
+    DeviceController *const unit = controller.get();
+    connectSettings();
+    connectFirmware();
+    connect(&workerThread, &QThread::started, unit, &DeviceController::searchDevice);
+    // The port's notifiers belong to the worker thread, so the port is let go there.
+    connect(&workerThread, &QThread::finished, unit, &DeviceController::closeDevice, Qt::DirectConnection);
+    connect(this, &MainWindow::searchForDevice, unit, &DeviceController::searchDevice);
+    connect(unit, &DeviceController::found, this, &MainWindow::deviceFound);
+    connect(unit, &DeviceController::error, this, &MainWindow::gotError);
+    connectTabs();
+    connect(this, &MainWindow::connected, unit, &DeviceController::releaseSuperseded);
+    connect(&requests, &RequestQueue::dropped, this, &MainWindow::showStored);
+    connect(&requests, &RequestQueue::undelivered, this, &MainWindow::tellUndelivered);
+}
+
+// --- Connection
+
+bool MainWindow::isConnected() const { return ui.label_deviceStatus->text() == connectedText(); }
+
+void MainWindow::showDisconnected()
+{
+    look::makeIconButton(ui.pushButton_connection, plugRed, {36, 36}, tr("No unit found: help"));
+    ui.label_deviceStatus->setText(disconnectedText());
+    ui.label_deviceFirmware->clear();
+}
+
+void MainWindow::deviceFound(DataFromDevice *newData)
+{
+    if (requests.isSearchWaiting()) return;  // its identity could not be read: the next search lets it go again
+    look::makeIconButton(ui.pushButton_connection, plugGreen, {36, 36}, tr("The unit is connected"));
+    ui.label_deviceStatus->setText(connectedText());
+    data = newData;
+    const auto info = data->deviceInfo.load();
+    if (info)
+        ui.label_deviceFirmware->setText(
+            QStringLiteral("FIRMWARE %1.%2").arg(info->firmwareMajor).arg(info->firmwareMinor));
+    const std::string identity = info ? info->firstText + '\n' + info->secondText : std::string();
+    requests.found(QString::fromStdString(identity), [this] {
+        emit connected(data);
+        requestOtherBanks();
+        requestShownSettings();
+    });
+}
+
+void MainWindow::gotError(const QString &message)
+{
+    if (RequestQueue::isLoss(message)) {
+        showDisconnected();
+        requests.search([this] { emit searchForDevice(); });
+        return;
+    }
+    if (isUploading) hideBusy();
+    if (isClosing) return;  // told at the end
+    QMessageBox box(QMessageBox::Critical, QStringLiteral("Error"), QString(), QMessageBox::Ok, this);
+    box.setTextFormat(Qt::PlainText);
+    box.setText(message);
+    box.exec();
+}
+
+QString MainWindow::obstacle() const
+{
+    return isConnected() ? QString()
+                         : tr("No unit is connected, so nothing was sent. OK sends it once a unit is found.");
+}
+
+void MainWindow::tellUndelivered(const QStringList &changes)
+{
+    look::showMessage(this, QStringLiteral("Error"), undeliveredText(changes));
+}
+
+void MainWindow::showStored()
+{
+    for (BankTable *const table : bankTables)
+        table->showStored();
+    tabMidiDevices->showStored();
+    for (const SettingBox &setting : settingBoxes)
+        setting.box->takeBack();
+    for (ComboBox *const box : qAsConst(switchOutBoxes))
+        box->takeBack();
+}
+
+void MainWindow::on_pushButton_connection_clicked()
+{
+    if (!isConnected()) installDriversWindow.exec();
+}
+
+// --- Pages
+
+void MainWindow::showPage(PageIndex index)
+{
+    for (std::size_t other = 0; other < PageCount; ++other)
+        ui.pages[other].widget->setVisible(other == index);
+}
+
+void MainWindow::tabButtonClicked(PageIndex index)
+{
+    for (std::size_t other = 0; other < PageCount; ++other)
+        ui.pages[other].button->setStyleSheet(look::tabButtonStyle(other == index));
+}
+
+void MainWindow::on_pushButton_settingsTab_clicked()
+{
+    showPage(SettingsPageIndex);
+    if (isConnected()) emit getSettings();
+}
+
+void MainWindow::on_pushButton_presetsTab_clicked()
+{
+    showPage(PresetsPageIndex);
+    for (BankTable *const table : bankTables)
+        if (table->isVisible()) table->retry();
+}
+
+void MainWindow::on_pushButton_midiDevicesTab_clicked()
+{
+    showPage(MidiDevicesPageIndex);
+    if (isConnected()) emit getMidiDevicesData();
+}
+
+void MainWindow::on_pushButton_midiMidiIn_clicked()
+{
+    showPage(MidiInPageIndex);
+    if (isConnected()) emit getMidiIn();
+}
+
+void MainWindow::on_pushButton_midiExpressionPedal_clicked()
+{
+    showPage(ExpressionPedalPageIndex);
+    if (!isConnected()) return;
+    emit getMidiDevicesData();  // first: the pedal's values choose from the lists that these fill
+    emit getExpressionPedal();
+}
+
+void MainWindow::on_pushButton_midiSwitchOut_clicked()
+{
+    showPage(SwitchOutPageIndex);
+    if (isConnected()) emit getSwitchOut();
+}
+
+void MainWindow::on_pushButton_previewTab_clicked()
+{
+    showPage(PreviewPageIndex);
+    preview->retry();
+    preview->setFocus();  // the arrow keys choose a footswitch there
+}
+
+void MainWindow::showSubTab(SubTabIndex index)
+{
+    for (std::size_t other = 0; other < SubTabCount; ++other) {
+        if (other != index) bankTables[other]->hide();
+        ui.subTabs[other].button->setStyleSheet(look::tabButtonStyle(other == index));
+    }
+    bankTables[index]->show();
+    bankTables[index]->retry();
+}
+
+void MainWindow::on_pushButton_footswitchFunctionTab_clicked() { showSubTab(FootswitchFunctionTab); }
+
+void MainWindow::on_pushButton_loopsTab_clicked() { showSubTab(LoopsTab); }
+
+void MainWindow::on_pushButton_switchTab_clicked() { showSubTab(SwitchTab); }
+
+void MainWindow::on_pushButton_midiTab_clicked() { showSubTab(MidiTab); }
+
+void MainWindow::on_pushButton_wahPads_clicked() { showSubTab(WahPadsTab); }
+
+void MainWindow::focusFirstEditor()
+{
+    const auto isShownEditor = [](const QWidget *widget) {
+        const bool isEditor = qobject_cast<const QLineEdit *>(widget) || qobject_cast<const QComboBox *>(widget) ||
+                              qobject_cast<const PreviewWidget *>(widget);
+        return isEditor && widget->isVisible() && widget->isEnabled();
+    };
+    for (const Page &page : ui.pages) {
+        if (!page.widget->isVisible()) continue;
+        for (QWidget *widget = page.widget->nextInFocusChain(); widget != page.widget;
+             widget = widget->nextInFocusChain())
+            if (page.widget->isAncestorOf(widget) && isShownEditor(widget)) return widget->setFocus(Qt::TabFocusReason);
+    }
+}
+
+// --- Window
+
+void MainWindow::on_pushButton_logo_clicked() { aboutWindow.exec(); }
+
+void MainWindow::on_pushButton_menu_clicked() { menu->popup(ui.pushButton_menu->mapToGlobal({0, 29})); }
+
+void MainWindow::on_pushButton_minimizeWindow_clicked() { setWindowState(windowState() | Qt::WindowMinimized); }
+
+void MainWindow::on_pushButton_closeWindow_clicked() { close(); }
+
+void MainWindow::toggleLog() { Connection::enableLog = !Connection::enableLog; }
+
+void MainWindow::mousePressEvent(QMouseEvent *event) { drag.press(event); }
+
+void MainWindow::mouseMoveEvent(QMouseEvent *event) { drag.move(event, this); }
+
+void MainWindow::mouseReleaseEvent(QMouseEvent *) { drag.release(); }
+
+void MainWindow::closeEvent(QCloseEvent *event)
+{
+    if (isClosing) return event->ignore();
+    isClosing = true;
+    // A search and an upload end at once; changes still reach the unit.
+    if (requests.isSearching() || isUploading) workerThread.requestInterruption();
+    const QStringList lost = requests.finish();
+    stopWorker();
+    // What the worker announced meanwhile must not open a box after the window has gone.
+    QCoreApplication::removePostedEvents(this, QEvent::MetaCall);
+    if (!lost.isEmpty()) {
+        QMessageBox box(QMessageBox::Critical, QStringLiteral("Error"), QString(), QMessageBox::Ok, this);
+        box.setTextFormat(Qt::PlainText);
+        box.setText(undeliveredText(lost));
+        box.exec();
+    }
+    QMainWindow::closeEvent(event);
+}
+
+void MainWindow::stopWorker()
+{
+    workerThread.requestInterruption();
+    workerThread.quit();
+    workerThread.wait();
+}

@@ -1,0 +1,230 @@
+#pragma once
+
+#include "controller/devicecontroller.h"
+#include "controller/requestqueue.h"
+#include "ui/dialogs/aboutwindow.h"
+#include "ui/dialogs/installdriverswindow.h"
+#include "ui/shell/mainwindowform.h"
+#include "ui/windowdrag.h"
+
+#include <QIcon>
+#include <QMainWindow>
+#include <QString>
+#include <QThread>
+#include <QVector>
+
+#include <array>
+#include <memory>
+#include <optional>
+#include <vector>
+
+class BankTable;
+class ComboBox;
+class PreviewWidget;
+class QMenu;
+class SettingsPage;
+class TabFootswitchFunction;
+class TabLoops;
+class TabMidi;
+class TabMidiDevices;
+class TabSwitch;
+class TabWahPads;
+
+/// The editor's one window. It owns the worker thread and the device controller on it, the tabs and the dialogs, and
+/// wires them together; it shows the pages, the connection, errors and the menu.
+class MainWindow : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    /// Starts the search for a unit on the ports that `listPorts` names (called on the worker thread).
+    explicit MainWindow(PortLister listPorts = systemPortLocations, QWidget *parent = nullptr,
+                        DeviceController::Timeouts timeouts = {});
+    ~MainWindow() override;
+
+signals:
+    void connected(DataFromDevice *data);
+    void searchForDevice();
+    void getMidiDevicesData();
+    void getSettings();
+    void getMidiIn();
+    void getExpressionPedal();
+    void getSwitchOut();
+
+    void changeLoopsSplit(bool on);
+    void changeKeyboardType(KeyboardType type);
+    void changeClickProtection(ClickProtection level);
+    void changeOneTimeMidiModeSend(bool on);
+    void changeRecallUserBanksOnly(bool on);
+    void changeBankPresetChangeMode(BankPresetChangeMode mode);
+    void changePresetChangeName(PresetChangeName when);
+    void changeWahPad1(WahPadSetting setting);
+    void changeWahPad2(WahPadSetting setting);
+
+    void changeChannel(int channel);
+    void changePCFunction(MidiInPCFunction function);
+    void changeCCFunction(MidiInCCFunction function);
+
+    void changePeriod(ExpressionPedalPeriod period);
+    void changeCharacteristic(ExpressionPedalCharacteristic characteristic);
+    void changeToeUp(int value);
+    void changeToeDown(int value);
+    void changeMidiDeviceNumber(int number);
+    void changeControllerNumber(int controller);
+
+    void changeSwitchOut(SwitchOutSetting setting, int number);
+
+    void updateFirmwareSignal(const QString &path);
+
+public slots:
+    void deviceFound(DataFromDevice *newData);
+    void gotError(const QString &message);
+
+    void gotSettings();
+    void gotMidiDevicesData();
+    void gotMidiIn();
+    void gotExpressionPedal();
+    void gotSwitchOut();
+
+    void updateFirmware();
+    void updateComplete();
+    void updateFailed();
+
+    void on_pushButton_settingsTab_clicked();
+    void on_pushButton_presetsTab_clicked();
+    void on_pushButton_midiDevicesTab_clicked();
+    void on_pushButton_midiMidiIn_clicked();
+    void on_pushButton_midiExpressionPedal_clicked();
+    void on_pushButton_midiSwitchOut_clicked();
+    void on_pushButton_previewTab_clicked();
+    void on_pushButton_footswitchFunctionTab_clicked();
+    void on_pushButton_loopsTab_clicked();
+    void on_pushButton_switchTab_clicked();
+    void on_pushButton_midiTab_clicked();
+    void on_pushButton_wahPads_clicked();
+    void on_pushButton_connection_clicked();
+    void on_pushButton_logo_clicked();
+    void on_pushButton_menu_clicked();
+    void on_pushButton_minimizeWindow_clicked();
+    void on_pushButton_closeWindow_clicked();
+    void toggleLog();
+
+    void loopsSplitChanged(int index);
+    void keyboardTypeChanged(int index);
+    void clickProtectionChanged(int index);
+    void oneTimeModeMidiSendChanged(int index);
+    void recallUserBanksOnlyChanged(int index);
+    void bankPresetChangeModeChanged(int index);
+    void presetChangeNameChanged(int index);
+    void wahPad1Changed(int index);
+    void wahPad2Changed(int index);
+
+    void channelChanged(int index);
+    void pcFunctionChanged(int index);
+    void ccFunctionChanged(int index);
+
+    void periodChanged(int index);
+    void characteristicChanged(int index);
+    void toeUpChanged(int index);
+    void toeDownChanged(int index);
+    void midiDeviceNumberChanged(int index);
+    void controllerNumberChanged(int index);
+
+    void switchOut1Changed(int index);
+    void switchOut2Changed(int index);
+    void switchOut3Changed(int index);
+    void switchOut4Changed(int index);
+    void switchOut5Changed(int index);
+    void switchOut6Changed(int index);
+
+protected:
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    /// A box of a global setting, and how it shows what the model holds.
+    struct SettingBox
+    {
+        int record;  ///< in the order of `GlobalRecords`
+        ComboBox *box;
+        std::optional<int> (*shownItem)(const DataFromDevice &model);  ///< nothing until the record is read
+    };
+    using SettingSlot = void (MainWindow::*)(int index);
+
+    // mainwindow.cpp: the shell
+    void connectButtons();
+    void makeMenu();
+    void makeController();
+    void stopWorker();
+    bool isConnected() const;
+    void showDisconnected();
+    /// Why nothing can be sent now; empty when it can.
+    QString obstacle() const;
+    void tellUndelivered(const QStringList &changes);
+    /// Brings back what the model holds, wherever a choice was made that could not be sent.
+    void showStored();
+    void showPage(PageIndex index);
+    void tabButtonClicked(PageIndex index);
+    void showSubTab(SubTabIndex index);
+    void focusFirstEditor();
+
+    // mainwindow_settings.cpp: the global settings pages
+    void makeSettingsPages();
+    /// Adds a setting's box. Without a slot of its own a choice goes straight to the controller, as the row says.
+    template <auto Member>
+    ComboBox *addSetting(SettingsPage &page, const char *objectName, SettingSlot changed = nullptr);
+    template <auto Member>
+    static QString settingWords()
+    {
+        return QStringLiteral("%1: %2").arg(QLatin1String(Table<RecordOf<Member>>::place),
+                                            QLatin1String(rowOf<Member>().name));
+    }
+    void connectSettings();
+    template <typename Record>
+    void showGlobal();
+    void fillControllers(int deviceIndex);
+    void requestShownSettings();
+
+    // mainwindow_tabs.cpp: the preset editor's tabs and the preview
+    void makeTabs();
+    void connectTabs();
+    void connectBanks();
+    void connectMidi();
+    void requestOtherBanks();
+    void bankReadFailed(int bank);
+
+    // mainwindow_firmware.cpp: the firmware upload
+    void connectFirmware();
+    bool confirmsEmptyImage(const QString &path);
+    void showBusy();
+    void hideBusy();
+    void setBusy(bool busy);
+
+    QThread workerThread{this};
+    std::unique_ptr<DeviceController> controller;  // lives on the worker thread
+    RequestQueue requests;
+    AboutWindow aboutWindow;
+    InstallDriversWindow installDriversWindow;
+    MainWindowForm ui;
+    WindowDrag drag;
+    QMenu *menu = nullptr;
+    const QIcon plugGreen{QStringLiteral(":/images/usb-green.png")};
+    const QIcon plugRed{QStringLiteral(":/images/usb-red.png")};
+    std::unique_ptr<TabFootswitchFunction> tabFootswitchFunction;
+    std::unique_ptr<TabLoops> tabLoops;
+    std::unique_ptr<TabSwitch> tabSwitch;
+    std::unique_ptr<TabWahPads> tabWahPads;
+    std::unique_ptr<TabMidi> tabMidi;
+    std::unique_ptr<TabMidiDevices> tabMidiDevices;
+    std::array<BankTable *, SubTabCount> bankTables{};
+    PreviewWidget *preview = nullptr;  // a child of its page
+    std::vector<SettingBox> settingBoxes;
+    QVector<ComboBox *> switchOutBoxes;
+    ComboBox *pedalDevice = nullptr;
+    ComboBox *pedalController = nullptr;
+    DataFromDevice *data = nullptr;  // the controller's; null until a unit was found
+    bool isUploading = false;
+    bool isClosing = false;
+};

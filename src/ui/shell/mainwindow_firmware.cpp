@@ -1,0 +1,104 @@
+#include "ui/look.h"
+#include "ui/shell/mainwindow.h"
+
+#include <QCoreApplication>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QLabel>
+#include <QMessageBox>
+#include <QMovie>
+#include <QProgressBar>
+#include <QPushButton>
+
+void MainWindow::connectFirmware()
+{
+    DeviceController *const unit = controller.get();
+    connect(this, &MainWindow::updateFirmwareSignal, this, [this](const QString &path) {
+        requests.upload(requests.onWorker(&DeviceController::updateFirmware, path));
+    });
+    connect(unit, &DeviceController::updateComplete, this, &MainWindow::updateComplete);
+    connect(unit, &DeviceController::updateFailed, this, &MainWindow::updateFailed);
+    connect(unit, &DeviceController::updateProgress, ui.progressBar_loading, &QProgressBar::setValue);
+
+    auto *movie = new QMovie(QStringLiteral(":/images/loader3.gif"), QByteArray(), this);
+    movie->setBackgroundColor(Qt::transparent);
+    movie->setScaledSize({100, 100});
+    ui.label_loading->setMovie(movie);
+}
+
+void MainWindow::updateFirmware()
+{
+    if (!data || !isConnected() || isUploading) return;
+    const DataFromDevice *const chosenFor = data;
+    const QString path = QFileDialog::getOpenFileName(
+        this, tr("Open KORA Firmware File"), QCoreApplication::applicationDirPath(), tr("KORA Firmware (*.bin)"));
+    if (path.isEmpty() || !confirmsEmptyImage(path)) return;
+    // Meanwhile the unit may have gone and another one come.
+    if (!isConnected() || data != chosenFor) {
+        look::showMessage(this, QStringLiteral("Error"),
+                          tr("The unit that the file was chosen for is not connected any more. Nothing was sent."));
+        return;
+    }
+    emit updateFirmwareSignal(path);
+    showBusy();
+}
+
+bool MainWindow::confirmsEmptyImage(const QString &path)
+{
+    const QFileInfo file(path);
+    if (!file.isFile() || file.size() > 0) return true;
+    QMessageBox box(QMessageBox::Question, QStringLiteral("FIRMWARE UPGRADE"),
+                    tr("The file is empty: the unit would only be restarted. Go on?"),
+                    QMessageBox::Yes | QMessageBox::No, this);
+    box.setDefaultButton(QMessageBox::No);
+    return box.exec() == QMessageBox::Yes;
+}
+
+void MainWindow::showBusy()
+{
+    ui.label_loading->movie()->start();
+    ui.label_loadingText->setText(QStringLiteral("SENDING NEW FIRMWARE TO DEVICE. PLEASE WAIT"));
+    ui.progressBar_loading->setValue(0);
+    setBusy(true);
+    ui.pushButton_minimizeWindow->setFocus();
+}
+
+void MainWindow::hideBusy()
+{
+    ui.label_loading->movie()->stop();
+    setBusy(false);
+}
+
+void MainWindow::setBusy(bool busy)
+{
+    isUploading = busy;
+    ui.label_loading->setVisible(busy);
+    ui.label_loadingText->setVisible(busy);
+    ui.progressBar_loading->setVisible(busy);
+    // The veil keeps the mouse away, this the keyboard.
+    ui.pushButton_menu->setDisabled(busy);
+    for (const Page &page : ui.pages) {
+        page.button->setDisabled(busy);
+        page.widget->setDisabled(busy);
+    }
+}
+
+void MainWindow::updateComplete()
+{
+    if (isClosing) return;
+    QMessageBox(QMessageBox::Information, QStringLiteral("UPLOAD COMPLETE"),
+                QStringLiteral("NOW KORA WILL RESTART AND INSTALL NEW FIRMWARE.\n"
+                               "AFTER INSTALATION, PLEASE RESTART THIS PROGRAM"),
+                QMessageBox::Ok, this)
+        .exec();
+    hideBusy();
+}
+
+void MainWindow::updateFailed()
+{
+    if (isClosing) return;
+    QMessageBox(QMessageBox::Critical, QStringLiteral("UPLOAD FAILED"), QStringLiteral("FIRMWARE UPLOAD FAILED"),
+                QMessageBox::Ok, this)
+        .exec();
+    hideBusy();
+}

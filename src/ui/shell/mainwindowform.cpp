@@ -1,0 +1,224 @@
+#include "ui/shell/mainwindowform.h"
+
+#include "model/datafromdevice.h"
+#include "ui/look.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QMainWindow>
+#include <QPainter>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTableWidget>
+
+namespace {
+
+constexpr QSize windowSize(1322, 709);
+constexpr QRect pageArea(12, 130, 1298, 567);
+constexpr QRect subTabArea(64, 14, 1194, 543);  // within the presets page
+
+/// Makes a widget under its object name, at its place on its parent.
+template <typename Widget>
+Widget *make(QWidget *parent, const char *name, const QRect &place)
+{
+    auto *widget = new Widget(parent);
+    widget->setObjectName(QLatin1String(name));
+    widget->setGeometry(place);
+    return widget;
+}
+
+QLabel *makeLabel(QWidget *parent, const char *name, const QRect &place, const QFont &font)
+{
+    auto *label = make<QLabel>(parent, name, place);
+    label->setFont(look::pixelFont(font));
+    label->setTextFormat(Qt::PlainText);
+    return label;
+}
+
+QPushButton *makePlainButton(QWidget *parent, const char *name, const QRect &place, const QString &hoverColor)
+{
+    auto *button = make<QPushButton>(parent, name, place);
+    button->setStyleSheet(look::plainButtonStyle(hoverColor));
+    return button;
+}
+
+QTableWidget *makeTable(QWidget *parent, const char *name, const QRect &place, int rows, int columns)
+{
+    auto *table = make<QTableWidget>(parent, name, place);
+    table->setRowCount(rows);
+    table->setColumnCount(columns);
+    return table;
+}
+
+/// Text that reads from bottom to top, as an icon of this size; the text starts at `originX` on the turned ground.
+QIcon verticalText(const QString &text, const QSize &size, int originX)
+{
+    constexpr int baseline = 23;
+    const qreal scale = qApp->devicePixelRatio();
+    QPixmap pixmap(size * scale);
+    pixmap.setDevicePixelRatio(scale);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setPen(Qt::white);
+    painter.setFont(look::pixelFont(DataFromDevice::fontTabs));
+    painter.rotate(-90);
+    painter.drawText(originX, baseline, text);
+    return QIcon(pixmap);
+}
+
+}  // namespace
+
+MainWindowForm::MainWindowForm(QMainWindow *window) : body(new QWidget(window))
+{
+    window->setObjectName(QStringLiteral("MainWindow"));
+    window->setWindowTitle(QStringLiteral("KORA"));
+    window->setFixedSize(windowSize);
+    window->setStyleSheet(look::windowStyle());
+    body->setObjectName(QStringLiteral("centralWidget"));
+    window->setCentralWidget(body);
+    makeTopBand();  // from top to bottom, which is the order of Tab
+    makePages();
+    makeBusyDisplay();
+}
+
+void MainWindowForm::makeTopBand()
+{
+    pushButton_logo = makePlainButton(body, "pushButton_logo", {16, 10, 210, 68}, QStringLiteral("transparent"));
+    look::makeIconButton(pushButton_logo, QIcon(QStringLiteral(":/images/logo.png")), {200, 64},
+                         QObject::tr("About this program"));
+
+    pushButton_connection =
+        makePlainButton(body, "pushButton_connection", {846, 24, 44, 44}, QStringLiteral("transparent"));
+    pushButton_connection->setIconSize({36, 36});
+    label_deviceStatus = makeLabel(body, "label_deviceStatus", {898, 24, 220, 24}, DataFromDevice::fontDeviceStatus);
+    label_deviceFirmware =
+        makeLabel(body, "label_deviceFirmware", {898, 48, 220, 20}, DataFromDevice::fontFirmwareVersion);
+
+    pushButton_menu = makePlainButton(body, "pushButton_menu", {1128, 31, 90, 29}, look::pageColor);
+    pushButton_menu->setText(QStringLiteral("MENU"));
+    pushButton_menu->setFont(look::pixelFont(DataFromDevice::fontTabs));
+    pushButton_menu->setLayoutDirection(Qt::RightToLeft);
+    pushButton_menu->setIcon(QIcon(QStringLiteral(":/images/menu.png")));
+    pushButton_menu->setIconSize({18, 18});
+
+    pushButton_minimizeWindow = makePlainButton(body, "pushButton_minimizeWindow", {1236, 30, 32, 32}, look::pageColor);
+    look::makeIconButton(pushButton_minimizeWindow, QIcon(QStringLiteral(":/images/minimize.png")), {16, 16},
+                         QObject::tr("Minimise"));
+    pushButton_closeWindow = makePlainButton(body, "pushButton_closeWindow", {1274, 30, 32, 32}, look::rejectColor);
+    look::makeIconButton(pushButton_closeWindow, QIcon(QStringLiteral(":/images/close.png")), {16, 16},
+                         QObject::tr("Close"));
+}
+
+void MainWindowForm::makePages()
+{
+    struct Row
+    {
+        const char *button;
+        const char *text;
+        const char *page;
+        int width = 100;
+    };
+    static constexpr std::array<Row, PageCount> rows{{
+        {"pushButton_settingsTab", "SETTINGS", "widget_settings"},
+        {"pushButton_presetsTab", "PRESETS", "widget_presets"},
+        {"pushButton_midiDevicesTab", "MIDI DEVICES", "tableWidget_midiDevices"},
+        {"pushButton_midiMidiIn", "MIDI IN", "widget_midiIn"},
+        {"pushButton_midiExpressionPedal", "EXPRESSION PEDAL", "widget_expressionPedal", 141},
+        {"pushButton_midiSwitchOut", "SWITCH OUT", "widget_switchOut"},
+        {"pushButton_previewTab", "PREVIEW", "widget_preview"},
+    }};
+    int left = pageArea.left();
+    for (std::size_t index = 0; index < PageCount; ++index) {
+        auto *button = make<QPushButton>(body, rows[index].button, {left, 90, rows[index].width, 36});
+        button->setText(QLatin1String(rows[index].text));
+        button->setFont(look::pixelFont(DataFromDevice::fontTabs));
+        button->setStyleSheet(look::tabButtonStyle(index == PresetsPageIndex));
+        button->setToolTip(QStringLiteral("Alt+%1").arg(index + 1));
+        left += rows[index].width + 6;
+        pages[index].button = button;
+    }
+    for (std::size_t index = 0; index < PageCount; ++index) {
+        const QLatin1String name(rows[index].page);
+        if (index == MidiDevicesPageIndex) {
+            pages[index].widget = makeTable(body, rows[index].page, pageArea, 0, 9);
+            body->setStyleSheet(QStringLiteral("#%1 { padding: 10px 54px; border-radius: 8; }").arg(name));
+        } else {
+            auto *widget = make<QWidget>(body, rows[index].page, pageArea);
+            widget->setAttribute(Qt::WA_StyledBackground);
+            widget->setStyleSheet(
+                QStringLiteral("#%1 { background-color: %2; border-radius: 8; }").arg(name, look::pageColor));
+            pages[index].widget = widget;
+        }
+        pages[index].widget->setVisible(index == PresetsPageIndex);
+    }
+    makePresetsPage();
+    page(PresetsPageIndex)->raise();
+}
+
+void MainWindowForm::makePresetsPage()
+{
+    struct Row
+    {
+        const char *button;
+        const char *text;
+        QSize pixmap;
+        int originX;
+        const char *table;
+        int columns;
+    };
+    static constexpr std::array<Row, SubTabCount> rows{{
+        {"pushButton_footswitchFunctionTab",
+         "FOOTSWITCH FUNCTION",
+         {36, 170},
+         -159,
+         "tableWidget_footswitchFunction",
+         5},
+        {"pushButton_loopsTab", "LOOPS", {41, 70}, -54, "tableWidget_loops", 11},
+        {"pushButton_switchTab", "SWITCH", {41, 78}, -61, "tableWidget_switch", 10},
+        {"pushButton_midiTab", "MIDI", {41, 60}, -43, "tableWidget_midi", 14},
+        {"pushButton_wahPads", "WAH PAD", {41, 60}, -59, "tableWidget_wahPads", 5},
+    }};
+    QWidget *const presets = page(PresetsPageIndex);
+    int top = subTabArea.top();
+    for (std::size_t index = 0; index < SubTabCount; ++index) {
+        const Row &row = rows[index];
+        const QString text = QLatin1String(row.text);
+        auto *button = make<QPushButton>(presets, row.button, {8, top, 50, row.pixmap.height() + 10});
+        button->setIcon(verticalText(text, row.pixmap, row.originX));
+        button->setIconSize(row.pixmap);
+        button->setAccessibleName(text);
+        button->setStyleSheet(look::tabButtonStyle(index == FootswitchFunctionTab));
+        top += button->height() + 6;
+        subTabs[index].button = button;
+    }
+    for (std::size_t index = 0; index < SubTabCount; ++index) {
+        subTabs[index].table = makeTable(presets, rows[index].table, subTabArea, 1, rows[index].columns);
+        subTabs[index].table->setVisible(index == FootswitchFunctionTab);
+    }
+}
+
+void MainWindowForm::makeBusyDisplay()
+{
+    const QRect textPlace(QPoint((windowSize.width() - 481) / 2, 430), QSize(481, 51));
+    label_loading = make<QLabel>(body, "label_loading", QRect(QPoint(), windowSize));
+    label_loading->setStyleSheet(QStringLiteral("background-color: rgba(255, 255, 255, 40%);"));
+    label_loading->setAlignment(Qt::AlignCenter);
+    label_loadingText = makeLabel(body, "label_loadingText", textPlace, DataFromDevice::fontSettingsLabel);
+    label_loadingText->setStyleSheet(QStringLiteral("background: transparent; color: white;"));
+    label_loadingText->setAlignment(Qt::AlignCenter);
+    progressBar_loading = make<QProgressBar>(body, "progressBar_loading",
+                                             textPlace.translated(0, textPlace.height()).adjusted(0, 0, 0, -35));
+    progressBar_loading->setRange(0, 100);
+    progressBar_loading->setTextVisible(false);
+    progressBar_loading->setAccessibleName(QObject::tr("Progress of the upload"));
+    progressBar_loading->setStyleSheet(
+        QStringLiteral("QProgressBar { background-color: %1; border: none; border-radius: 8; }\n"
+                       "QProgressBar::chunk { background-color: %2; border-radius: 8; }")
+            .arg(look::tabColor, look::focusColor));
+    // The veil lies above everything but these.
+    pushButton_minimizeWindow->raise();
+    pushButton_closeWindow->raise();
+    label_loading->hide();
+    label_loadingText->hide();
+    progressBar_loading->hide();
+}

@@ -1,0 +1,72 @@
+#pragma once
+
+#include <array>
+
+class QLabel;
+class QMainWindow;
+class QProgressBar;
+class QPushButton;
+class QTableWidget;
+class QWidget;
+
+enum PageIndex {
+    SettingsPageIndex,
+    PresetsPageIndex,
+    MidiDevicesPageIndex,
+    MidiInPageIndex,
+    ExpressionPedalPageIndex,
+    SwitchOutPageIndex,
+    PreviewPageIndex,
+    PageCount
+};
+
+enum SubTabIndex { FootswitchFunctionTab, LoopsTab, SwitchTab, MidiTab, WahPadsTab, SubTabCount };
+
+struct Page
+{
+    QPushButton *button;
+    QWidget *widget;
+};
+
+struct SubTab
+{
+    QPushButton *button;
+    QTableWidget *table;
+};
+
+/// The widgets of the main window under their object names, and where they stand. The settings pages are laid
+/// out elsewhere.
+class MainWindowForm
+{
+public:
+    explicit MainWindowForm(QMainWindow *window);
+
+    // Top band
+    QPushButton *pushButton_logo;
+    QPushButton *pushButton_connection;
+    QLabel *label_deviceStatus;
+    QLabel *label_deviceFirmware;
+    QPushButton *pushButton_menu;
+    QPushButton *pushButton_minimizeWindow;
+    QPushButton *pushButton_closeWindow;
+
+    // In the order of the page bar, and of the column on the presets page
+    std::array<Page, PageCount> pages;
+    std::array<SubTab, SubTabCount> subTabs;
+
+    QWidget *page(PageIndex index) const { return pages[index].widget; }
+    QTableWidget *table(SubTabIndex index) const { return subTabs[index].table; }
+
+    // Firmware upload
+    QLabel *label_loading;
+    QLabel *label_loadingText;
+    QProgressBar *progressBar_loading;
+
+private:
+    void makeTopBand();
+    void makePages();
+    void makePresetsPage();
+    void makeBusyDisplay();
+
+    QWidget *body;  // the central widget: everything stands on it
+};

@@ -1,0 +1,11 @@
+#pragma once
+
+/// What the programs that show the editor do alike, in the order of their calls.
+namespace startup {
+
+/// Before the application object is made: crisp drawing on screens with a scale factor.
+void prepareScreen();
+/// Registers the compiled-in fonts and sets the widget style that the style sheets build upon.
+void prepareApplication();
+
+}  // namespace startup

@@ -1,0 +1,96 @@
+#include "ui/tables/banknumberedit.h"
+
+#include "model/records.h"
+#include "ui/look.h"
+
+#include <QIntValidator>
+#include <QKeyEvent>
+#include <QLocale>
+#include <QSignalBlocker>
+#include <QToolTip>
+
+namespace {
+
+constexpr int lastBank = bankCount - 1;
+
+/// Also finishes an edit that is left empty.
+class BankNumberValidator : public QIntValidator
+{
+public:
+    explicit BankNumberValidator(QObject *parent) : QIntValidator(0, lastBank, parent) { setLocale(QLocale::c()); }
+    void fixup(QString &input) const override
+    {
+        if (input.isEmpty()) input = parent()->property("shownBank").toString();
+    }
+};
+
+}  // namespace
+
+BankNumberEdit::BankNumberEdit()
+{
+    look::dressEdit(this);
+    setValidator(new BankNumberValidator(this));
+    setMaxLength(2);
+    setAlignment(Qt::AlignLeft);
+    setAccessibleName(tr("Bank number"));
+    showBank(0);
+    connect(this, &QLineEdit::editingFinished, this, &BankNumberEdit::finish);
+    connect(this, &QLineEdit::textEdited, this, [this] { setRefused(false); });
+    connect(this, &QLineEdit::inputRejected, this, [this] { setRefused(true); });
+}
+
+void BankNumberEdit::showBank(int bank)
+{
+    shown = bank;
+    setProperty("shownBank", QString::number(bank));
+    look::showText(this, QString::number(bank));
+}
+
+void BankNumberEdit::finish()
+{
+    bool isNumber = false;
+    const int typed = text().toInt(&isNumber);
+    const int bank = isNumber && !isRefused ? typed : shown;
+    const bool retype = isModified() && !isRefused;
+    setRefused(false);
+    look::showText(this, QString::number(bank));  // "07" is bank 7
+    setModified(false);
+    if (bank != shown || retype) emit entered(bank);
+}
+
+void BankNumberEdit::setRefused(bool refused)
+{
+    if (refused == isRefused) return;
+    isRefused = refused;
+    look::setBackgroundLine(this,
+                            QStringLiteral("background-color: %1;").arg(refused ? look::rejectColor : look::cellColor));
+    if (refused)
+        QToolTip::showText(mapToGlobal(QPoint(0, height())), tr("Banks are numbered 0 to %1").arg(lastBank), this);
+}
+
+void BankNumberEdit::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() != Qt::Key_Escape) return QLineEdit::keyPressEvent(event);
+    setRefused(false);
+    showBank(shown);
+}
+
+void BankNumberEdit::focusInEvent(QFocusEvent *event)
+{
+    QLineEdit::focusInEvent(event);
+    selectAll();
+    selectOnRelease = event->reason() == Qt::MouseFocusReason;
+}
+
+void BankNumberEdit::focusOutEvent(QFocusEvent *event)
+{
+    QLineEdit::focusOutEvent(event);
+    if (isRefused) finish();
+}
+
+void BankNumberEdit::mouseReleaseEvent(QMouseEvent *event)
+{
+    QLineEdit::mouseReleaseEvent(event);
+    if (selectOnRelease) selectAll();  // the press has put the cursor somewhere
+    selectOnRelease = false;
+}

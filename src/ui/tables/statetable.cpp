@@ -1,0 +1,74 @@
+#include "ui/tables/statetable.h"
+
+#include "ui/combobox.h"
+
+namespace {
+
+constexpr int firstStateColumn = 4;
+constexpr int offIndex = 1;
+constexpr int noItem = -1;
+
+QVector<look::Column> withStates(QVector<look::Column> columns, int width, const QStringList &headers)
+{
+    for (const QString &header : headers)
+        columns << look::Column{header, width};
+    return columns;
+}
+
+}  // namespace
+
+StateTable::StateTable(QTableWidget *tableWidget, const Layout &layout)
+    : BankTable(tableWidget, withStates(presetColumns(layout.nameWidth), layout.stateWidth, layout.stateHeaders), 42,
+                presetCount, 0),
+      allowed(layout.allowed), boxes(presetCount)
+{
+    for (int preset = 0; preset < presetCount; ++preset)
+        for (int column = 0; column < layout.stateHeaders.size(); ++column) {
+            // Loops and switches have the same states.
+            ComboBox *const box = look::makeComboBox(labels<LoopType>(), look::functionColor(FootswitchType::Preset));
+            box->showStored(offIndex);
+            const QString &header = layout.stateHeaders[column];
+            box->setAccessibleName(tr("%1 of preset %2").arg(header.left(1) + header.mid(1).toLower()).arg(preset));
+            connect(box, qOverload<int>(&QComboBox::currentIndexChanged), this,
+                    [this, preset, column](int index) { chooseState(index, preset, column); });
+            place(preset, firstStateColumn + column, box);
+            boxes[preset] << box;
+        }
+    addPresetColumns();
+    look::orderTabs(table);
+}
+
+void StateTable::refreshEditors()
+{
+    for (int preset = 0; preset < presetCount; ++preset) {
+        const auto record = shown.preset(preset);
+        if (!record) continue;
+        for (int column = 0; column < boxes[preset].size(); ++column) {
+            look::wearFunctionColor(boxes[preset][column], record->footswitchFunction);
+            boxes[preset][column]->showStored(stateIndex(*record, column));
+        }
+    }
+}
+
+void StateTable::clearEditors(int preset)
+{
+    if (preset < 0) return;
+    for (ComboBox *const box : qAsConst(boxes[preset]))
+        box->showStored(noItem);
+}
+
+void StateTable::chooseState(int index, int preset, int column)
+{
+    const auto record = shown.preset(preset);
+    if (record && allows(record->footswitchFunction, index))
+        sendState(index, preset, column);
+    else
+        boxes[preset][column]->takeBack();
+}
+
+bool StateTable::allows(FootswitchType function, int index) const
+{
+    const int row = toIndex(function);
+    return row >= 0 && row < static_cast<int>(allowed.size()) && index >= 0 &&
+           index < allowed[static_cast<std::size_t>(row)];
+}

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "ui/tables/banktable.h"
+
+#include <array>
+
+class ComboBox;
+
+/// What the loops tab and the switch tab share: a box for each state of each preset, in the colour of the preset's
+/// footswitch function. The function also decides which states may be chosen: a refused choice snaps back, unsent.
+class StateTable : public BankTable
+{
+protected:
+    /// How many of the states ON, OFF, TOGGLE, INACTIVE, taken in this order, each `FootswitchType` allows.
+    using AllowedStates = std::array<int, 4>;
+
+    struct Layout
+    {
+        int nameWidth;             ///< pixels, of the columns of bank and preset names
+        int stateWidth;            ///< pixels, of each state column
+        QStringList stateHeaders;  ///< one for each state column
+        AllowedStates allowed;
+    };
+
+    StateTable(QTableWidget *tableWidget, const Layout &layout);
+
+    void refreshEditors() override;
+    void clearEditors(int preset) override;
+
+    /// The box row of a stored state; columns count from 0.
+    virtual int stateIndex(const PresetData &preset, int column) const = 0;
+    virtual void sendState(int index, int preset, int column) = 0;
+
+private:
+    void chooseState(int index, int preset, int column);
+    bool allows(FootswitchType function, int index) const;
+
+    AllowedStates allowed;
+    QVector<QVector<ComboBox *>> boxes;  // by preset, then column
+};

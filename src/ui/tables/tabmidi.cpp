@@ -1,0 +1,124 @@
+#include "ui/tables/tabmidi.h"
+
+#include "model/places.h"
+#include "ui/dialogs/midieditorwindow.h"
+#include "ui/namebutton.h"
+
+#include <QTableWidget>
+
+namespace {
+
+constexpr int firstDeviceColumn = 4;
+
+QVector<look::Column> withDevices(QVector<look::Column> columns)
+{
+    for (int device = 0; device < midiDeviceCount; ++device)
+        columns.append({QStringLiteral("MIDI %1").arg(device + 1), 90});
+    return columns;
+}
+
+bool takesMidi(FootswitchType function)
+{
+    return function == FootswitchType::Preset || function == FootswitchType::MidiModifier;
+}
+
+}  // namespace
+
+TabMidi::TabMidi(QTableWidget *tableWidget)
+    : BankTable(tableWidget, withDevices(presetColumns(110)), 42, presetCount, 0), deviceButtons(midiDeviceCount)
+{
+    addPresetColumns();
+    for (int device = 0; device < midiDeviceCount; ++device)
+        for (int preset = 0; preset < presetCount; ++preset) {
+            auto *button = new NameButton(look::functionColor(FootswitchType::Preset));
+            button->setAccessibleName(tr("MIDI %1 of preset %2").arg(device + 1).arg(preset));
+            connect(button, &NameButton::clicked, this,
+                    [this, preset, device] { deviceButtonClicked(preset, device); });
+            place(preset, firstDeviceColumn + device, button);
+            deviceButtons[device] << button;
+        }
+    look::orderTabs(table);
+}
+
+void TabMidi::setSubmit(Submit submitter, Obstacle obstacle)
+{
+    submit = std::move(submitter);
+    outerObstacle = std::move(obstacle);
+}
+
+void TabMidi::loadDataFromDevice(DataFromDevice *dataFromDevice)
+{
+    BankTable::loadDataFromDevice(dataFromDevice);
+    emit getMidiDevicesData();
+}
+
+void TabMidi::gotMidiDevicesData()
+{
+    if (!shown.data()) return;
+    for (int device = 0; device < midiDeviceCount; ++device)
+        if (const auto record = shown.data()->midiDevices[static_cast<std::size_t>(device)].load()) {
+            const QString name = QString::fromStdString(record->name);
+            for (NameButton *const button : qAsConst(deviceButtons[device]))
+                button->setName(name);
+        }
+}
+
+void TabMidi::changeButtonColors()
+{
+    for (int preset = 0; preset < presetCount; ++preset) {
+        const auto record = shown.preset(preset);
+        const QString color = record ? look::functionColor(record->footswitchFunction) : QString();
+        if (color.isEmpty()) continue;
+        for (const auto &buttons : qAsConst(deviceButtons))
+            look::setBackgroundLine(buttons[preset], QStringLiteral("background-color: ") + color);
+    }
+}
+
+std::shared_ptr<const PresetData> TabMidi::editableRecord(int bank, int preset) const
+{
+    if (!shown.data()) return nullptr;
+    const auto stored =
+        shown.data()->presetData.at(static_cast<std::size_t>(bank)).at(static_cast<std::size_t>(preset)).load();
+    if (!stored || !takesMidi(stored->footswitchFunction)) return nullptr;
+    auto expected = std::make_shared<PresetData>(*stored);
+    for (const Waiting &other : waiting)
+        if (other.bank == bank && other.preset == preset) *expected = other.edit.appliedTo(*expected);
+    return expected;
+}
+
+void TabMidi::deviceButtonClicked(int preset, int device)
+{
+    const int bank = currentBank();
+    const auto record = editableRecord(bank, preset);
+    const auto definition =
+        shown.data() ? shown.data()->midiDevices.at(static_cast<std::size_t>(device)).load() : nullptr;
+    // Without its definition a device's messages cannot be shown, and what is not shown must not be replaced.
+    if (!record || !definition) return;
+    if (editor) editor->deleteLater();
+    editor = new MidiEditorWindow(*record, *definition, device, table->window());
+    editor->setObstacle([this, bank, preset] {
+        const QString outer = outerObstacle();
+        if (!outer.isEmpty() || editableRecord(bank, preset)) return outer;
+        return tr("The unit does not hold this preset any more as it was when the editor was opened.");
+    });
+    if (editor->exec() == QDialog::Accepted) submitEdit(bank, preset, editor->edit());
+}
+
+void TabMidi::submitEdit(int bank, int preset, const MidiEdit &edit)
+{
+    const auto place = waiting.insert(waiting.end(), {bank, preset, edit});
+    submit({places::midiMessages(bank, preset, edit.device), [this, bank, preset, edit] { send(bank, preset, edit); },
+            [this, place] { waiting.erase(place); }});
+}
+
+void TabMidi::send(int bank, int preset, const MidiEdit &edit)
+{
+    const auto stored =
+        shown.data()->presetData.at(static_cast<std::size_t>(bank)).at(static_cast<std::size_t>(preset)).load();
+    if (!stored) return;
+    if (const auto program = edit.programFor(*stored))
+        emit changeProgramChangeNumber(bank, preset, edit.device - 1, *program);
+    const auto list = edit.controlChangesFor(*stored);
+    emit changeControlChangeData(bank, preset, QVector<ControlChangeData>(list.begin(), list.end()));
+    if (const auto pedal = edit.pedalFor(*stored)) emit changePresetExpressionPedal(bank, preset, *pedal);
+}

@@ -1,0 +1,249 @@
+#include "ui/tables/tabmididevices.h"
+
+#include "model/places.h"
+#include "ui/combobox.h"
+#include "ui/controlvalue.h"
+#include "ui/dialogs/controllerlistwindow.h"
+#include "ui/look.h"
+#include "ui/nameedit.h"
+
+#include <QPushButton>
+#include <QTableWidget>
+
+namespace {
+
+constexpr int nameColumn = 0;
+constexpr int sendCCFirstColumn = 2;
+constexpr int controllersColumn = 4;
+constexpr QSize checkBoxSize(20, 20);
+constexpr QSize pencilSize(16, 16);
+
+}  // namespace
+
+struct ChoiceColumn
+{
+    int column;
+    QString name;
+    QStringList items;
+    int initialIndex;
+    int indexWithoutUnit;
+    int (*storedIndex)(const MidiDevice &device);
+    void (TabMidiDevices::*changed)(int index, int device);
+
+    static const std::array<ChoiceColumn, TabMidiDevices::ChoiceCount> &all();
+};
+
+const std::array<ChoiceColumn, TabMidiDevices::ChoiceCount> &ChoiceColumn::all()
+{
+    using Device = const MidiDevice &;
+    using Tab = TabMidiDevices;
+    static const QStringList notes = look::numberTexts(0, 127);
+    static const QStringList oneEmpty{QString()};
+    static const std::array<ChoiceColumn, Tab::ChoiceCount> columns{{
+        {1, "Channel", withInactive(look::numberTexts(1, 16)), 0, 0, [](Device d) { return indexOrNone(d.channel); },
+         &Tab::deviceChannelChanged},
+        {3, "Tap tempo", labels<MidiDeviceTapTempo>(), 0, 0, [](Device d) { return toIndex(d.tapTempo); },
+         &Tab::tapTempoChanged},
+        {5, "Tap controller", oneEmpty, 0, -1, [](Device d) { return d.tapController - 1; },
+         &Tab::tapControllerChanged},
+        {6, "Tap controller value", controlValueTexts(), inactiveIndex, inactiveIndex,
+         [](Device d) { return controlValueIndex(d.tapControllerValue); }, &Tab::tapControllerValueChanged},
+        {7, "Tap tempo note number", notes, 0, 0, [](Device d) { return int(d.noteNumber); }, &Tab::noteNumberChanged},
+        {8, "Tap tempo note", labels<TapTempoNote>(), 1, 1, [](Device d) { return toIndex(d.noteType); },
+         &Tab::noteTypeChanged},
+    }};
+    return columns;
+}
+
+TabMidiDevices::TabMidiDevices(QTableWidget *tableWidget) : table(tableWidget)
+{
+    look::prepareTable(table,
+                       {{"DEVICE NAME", 160},
+                        {"CHANNEL", 95},
+                        {"SEND CC FIRST", 100},
+                        {"TAP TEMPO", 145},
+                        {"CONTROLLERS", 110},
+                        {"TAP CONTROLLER", 130},
+                        {"TAP CONTROLLER VALUE", 170},
+                        {"TAP TEMPO NOTE NO", 150},
+                        {"TAP TEMPO NOTE", 130}},
+                       50);
+    for (int row = 0; row < midiDeviceCount; ++row)
+        addRow();
+    look::orderTabs(table);
+}
+
+void TabMidiDevices::addRow()
+{
+    const int row = table->rowCount();
+    table->insertRow(row);
+    const auto put = [&](int column, QWidget *editor, const QString &name) {
+        editor->setAccessibleName(tr("%1 of MIDI device %2").arg(name).arg(row + 1));
+        table->setCellWidget(row, column, editor);
+    };
+    const auto makeButton = [&](int column, auto clicked) {
+        auto *button = new QPushButton;
+        button->setFont(look::pixelFont(DataFromDevice::fontTableContent));
+        button->setStyleSheet(look::plainButtonStyle(look::selectionColor));
+        connect(button, &QPushButton::clicked, this, clicked);
+        table->setCellWidget(row, column, button);
+        return button;
+    };
+
+    auto *name = new NameEdit;
+    connect(name, &QLineEdit::editingFinished, this, [this, row] { deviceNameChanged(row); });
+    put(nameColumn, name, tr("Name"));
+    names << name;
+
+    QPushButton *const sendCCFirst = makeButton(sendCCFirstColumn, [this, row] { sendFirstCCChanged(row); });
+    sendCCFirst->setIconSize(checkBoxSize);
+    sendCCFirst->setToolTip(tr("Send the control changes before the program change"));
+    sendCCFirstButtons << sendCCFirst;
+    showSendCCFirst(row, false);
+
+    QPushButton *const controllers = makeButton(controllersColumn, [this, row] { controllersWidgetClicked(row); });
+    controllers->setText(QStringLiteral("EDIT"));
+    controllers->setIcon(QIcon(QStringLiteral(":/images/edit.png")));
+    controllers->setIconSize(pencilSize);
+    controllers->setAccessibleName(tr("Edit the controllers of MIDI device %1").arg(row + 1));
+
+    for (int choice = 0; choice < ChoiceCount; ++choice) {
+        const ChoiceColumn &column = ChoiceColumn::all()[static_cast<std::size_t>(choice)];
+        ComboBox *const box = look::makeComboBox(column.items);
+        box->showStored(column.initialIndex);
+        connect(box, qOverload<int>(&QComboBox::currentIndexChanged), this,
+                [this, choice, row](int index) { choiceChanged(static_cast<Choice>(choice), row, index); });
+        put(column.column, box, column.name);
+        boxes[static_cast<std::size_t>(choice)] << box;
+    }
+}
+
+void TabMidiDevices::setSubmit(Submit submitter, Obstacle obstacle)
+{
+    submit = std::move(submitter);
+    outerObstacle = std::move(obstacle);
+}
+
+void TabMidiDevices::loadDataFromDevice(DataFromDevice *dataFromDevice) { data = dataFromDevice; }
+
+std::shared_ptr<const MidiDevice> TabMidiDevices::storedDevice(int row) const
+{
+    return data ? data->midiDevices.at(static_cast<std::size_t>(row)).load() : nullptr;
+}
+
+void TabMidiDevices::gotMidiDevicesData()
+{
+    for (int row = 0; row < midiDeviceCount; ++row)
+        if (const auto device = storedDevice(row)) showDevice(row, *device);
+}
+
+void TabMidiDevices::showDevice(int row, const MidiDevice &device)
+{
+    names[row]->showStored(QString::fromStdString(device.name));
+    showSendCCFirst(row, device.sendCCFirst);
+
+    QStringList controllers;
+    for (const Controller &controller : device.controllers)
+        controllers << QString::fromStdString(controller.name);
+    boxes[TapController][row]->setItems(controllers);
+
+    for (std::size_t choice = 0; const ChoiceColumn &column : ChoiceColumn::all())
+        boxes[choice++][row]->showStored(column.storedIndex(device));
+}
+
+void TabMidiDevices::showSendCCFirst(int row, bool on)
+{
+    QPushButton *const button = sendCCFirstButtons[row];
+    button->setIcon(on ? checkedIcon : uncheckedIcon);
+    button->setAccessibleName(tr("Send CC first, MIDI device %1: %2").arg(row + 1).arg(on ? tr("on") : tr("off")));
+}
+
+void TabMidiDevices::deviceNameChanged(int row)
+{
+    NameEdit *const edit = names[row];
+    if (!edit->isAltered()) return;
+    const QString typed = edit->text();
+    edit->takeBack();
+    if (storedDevice(row)) emit changeMidiDeviceNameSignal(typed, row + 1);
+}
+
+void TabMidiDevices::choiceChanged(Choice choice, int row, int index)
+{
+    const ChoiceColumn &column = ChoiceColumn::all()[choice];
+    ComboBox *const box = boxes[choice][row];
+    const auto device = storedDevice(row);
+    if (!device) return box->showStored(column.indexWithoutUnit);
+    const int stored = column.storedIndex(*device);
+    if (index == stored) return;
+    if (choice != TapControllerValue) box->showStored(stored);
+    (this->*column.changed)(index, row + 1);
+}
+
+void TabMidiDevices::deviceChannelChanged(int index, int device)
+{
+    emit changeMidiDeviceChannelSignal(valueOrNone(index), device);
+}
+
+void TabMidiDevices::tapTempoChanged(int index, int device)
+{
+    emit changeTapTempo(fromIndex<MidiDeviceTapTempo>(index), device);
+}
+
+void TabMidiDevices::tapControllerChanged(int index, int device) { emit changeTapController(index + 1, device); }
+
+void TabMidiDevices::tapControllerValueChanged(int index, int device)
+{
+    emit changeTapControllerValue(controlValueAt(index), device);
+}
+
+void TabMidiDevices::noteNumberChanged(int index, int device) { emit changeNoteNumber(index, device); }
+
+void TabMidiDevices::noteTypeChanged(int index, int device)
+{
+    emit changeNoteType(fromIndex<TapTempoNote>(index), device);
+}
+
+void TabMidiDevices::sendFirstCCChanged(int row)
+{
+    const auto device = storedDevice(row);
+    if (!device) return;
+    showSendCCFirst(row, device->sendCCFirst);
+    emit changeSendCCFirst(!device->sendCCFirst, row + 1);
+}
+
+void TabMidiDevices::controllersWidgetClicked(int row)
+{
+    const auto stored = storedDevice(row);
+    if (!stored) return;
+    MidiDevice expected = *stored;
+    for (const Waiting &other : waiting)
+        if (other.row == row) expected = other.edit.appliedTo(std::move(expected));
+    if (controllerList) controllerList->deleteLater();
+    controllerList = new ControllerListWindow(expected, row, table->window());
+    controllerList->setObstacle([this, row] {
+        const QString outer = outerObstacle();
+        if (!outer.isEmpty() || storedDevice(row)) return outer;
+        return tr("This MIDI device has not been read from the unit that is connected now.");
+    });
+    if (controllerList->exec() == QDialog::Accepted) submitEdit(row, controllerList->edit());
+}
+
+void TabMidiDevices::submitEdit(int row, const ControllerEdit &edit)
+{
+    const auto place = waiting.insert(waiting.end(), {row, edit});
+    submit({places::midiDevice(row + 1) + QStringLiteral(": CONTROLLERS"), [this, row, edit] { send(row, edit); },
+            [this, place] { waiting.erase(place); }});
+}
+
+void TabMidiDevices::send(int row, const ControllerEdit &edit)
+{
+    const auto stored = storedDevice(row);
+    if (!stored) return;
+    QVector<QString> texts;
+    QVector<int> numbers;
+    for (const Controller &controller : edit.appliedTo(*stored).controllers) {
+        texts << QString::fromStdString(controller.name);
+        numbers << controller.number;
+    }
+    emit controllersNamesOrNumberChanged(row + 1, texts, numbers);
+}
