@@ -29,7 +29,7 @@ std::size_t wireLength(const Value &value)
 template <HasTable Record>
 std::size_t answerLength(const Record &record)
 {
-    constexpr std::size_t longestIdentifier = 10;  // a counter that starts with the program
+    constexpr std::size_t longestIdentifier = 10;                          // a counter that starts with the program
     constexpr std::size_t around = 1 + longestIdentifier + 1 + 1 + 4 + 1;  // STX, FS, status, checksum, ETX
     constexpr std::size_t addressAndGroups = 2 * 4 + 3 * 2;
     return around + addressAndGroups + wireLength(record);

@@ -1,4 +1,5 @@
 #include "device/kora.h"
+#include "link/connection.h"
 #include "simulator/unitport.h"
 #include "support/outcome.h"
 #include "support/wire.h"
@@ -27,9 +28,8 @@ protected:
     std::string requests()
     {
         std::string texts;
-        for (const std::string &request : unit.takeRequests())
-            texts +=
-                visible(request.substr(0, 8)) + (request.size() > 8 ? std::to_string(request.size() - 8) : "") + ' ';
+        for (const std::string &text : unit.takeRequests())
+            texts += visible(text.substr(0, 8)) + (text.size() > 8 ? std::to_string(text.size() - 8) : "") + ' ';
         return texts;
     }
 
