@@ -66,7 +66,7 @@ void DeviceController::searchDevice()
 {
     device.reset();
     const auto stopRequested = [this] { return thread()->isInterruptionRequested(); };
-    const auto location = findUnit(portLister, stopRequested, timeouts.probe);
+    const auto location = findUnit(portLister, stopRequested, timeouts.probe, timeouts.searchPause);
     if (!location) return;
     device = std::make_unique<KORA>(std::make_shared<Connection>(*location, timeouts.working));
     models.push_back(std::make_unique<DataFromDevice>());
@@ -125,9 +125,10 @@ void DeviceController::read(Snapshot<Record> DataFromDevice::*slot, std::unique_
     });
 }
 
-template <typename Record, typename Alter>
-bool DeviceController::change(Snapshot<Record> &slot, Alter alter)
+template <typename Record, typename Alter, typename... Address>
+bool DeviceController::change(Snapshot<Record> &slot, Alter alter, Address... address)
 {
+    if (isReadingFirst && !slot.load()) slot.store(device->read<Record>(address...));
     const std::shared_ptr<const Record> stored = slot.load();
     if (!stored) {
         failure = QStringLiteral("Not read yet");
@@ -143,7 +144,7 @@ template <typename Alter>
 void DeviceController::changeBank(int bank, Alter alter)
 {
     attempt([&] {
-        if (change(data->bankData.at(static_cast<std::size_t>(bank)), alter)) emit gotBankAndPresetData(bank);
+        if (change(data->bankData.at(static_cast<std::size_t>(bank)), alter, bank)) emit gotBankAndPresetData(bank);
     });
 }
 
@@ -152,7 +153,7 @@ void DeviceController::changePreset(int bank, int preset, Alter alter)
 {
     attempt([&] {
         auto &slot = data->presetData.at(static_cast<std::size_t>(bank)).at(static_cast<std::size_t>(preset));
-        if (change(slot, alter)) emit gotBankAndPresetData(bank);
+        if (change(slot, alter, bank, preset)) emit gotBankAndPresetData(bank);
     });
 }
 
@@ -160,7 +161,8 @@ template <typename Alter>
 void DeviceController::changeMidiDevice(int number, Alter alter)
 {
     attempt([&] {
-        if (change(data->midiDevices.at(static_cast<std::size_t>(number) - 1), alter)) emit gotMidiDevicesData();
+        if (change(data->midiDevices.at(static_cast<std::size_t>(number) - 1), alter, number))
+            emit gotMidiDevicesData();
     });
 }
 

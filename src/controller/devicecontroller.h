@@ -55,6 +55,7 @@ public:
     {
         unsigned int probe = 1000;
         unsigned int working = 2000;
+        unsigned int searchPause = 400;  ///< between two passes over the ports
     };
 
     /// `listPorts` names the ports to try, on the thread of the search; an empty one stands for the system's.
@@ -63,6 +64,8 @@ public:
 
     /// Before the first search.
     void setTimeouts(Timeouts newTimeouts) { timeouts = newTimeouts; }
+    /// While it is set, on the controller's thread, a change whose record has not been read yet reads it first.
+    void setReadingFirst(bool readFirst) { isReadingFirst = readFirst; }
     /// Why a request has failed since the last call: what `error` told, or another reason why nothing was done; empty
     /// when none has failed.
     QString takeFailure();
@@ -180,9 +183,9 @@ private:
     void read(Snapshot<Record> DataFromDevice::*slot, std::unique_ptr<Record> (KORA::*operation)(),
               void (DeviceController::*announce)());
     /// Lets `alter` work on a copy of the stored record, and stores the copy if it returns: it sets the new value and
-    /// sends the change. Returns whether there was a record.
-    template <typename Record, typename Alter>
-    bool change(Snapshot<Record> &slot, Alter alter);
+    /// sends the change. Returns whether there was a record; `address` is the record's on the unit.
+    template <typename Record, typename Alter, typename... Address>
+    bool change(Snapshot<Record> &slot, Alter alter, Address... address);
     template <typename Alter>
     void changeBank(int bank, Alter alter);
     template <typename Alter>
@@ -205,5 +208,6 @@ private:
     DataFromDevice *data = nullptr;
     std::unique_ptr<KORA> device;
     QString failure;
+    bool isReadingFirst = false;
     std::atomic<bool> isSkippingReads = false;
 };

@@ -24,7 +24,7 @@ void RequestQueue::read(const QString &key, Work work, Work failed)
     else if (lostReads[key] >= lossesUntilGivenUp)
         return failed();
     std::erase_if(waiting, [&](const Request &other) { return other.kind == Kind::Read && other.words == key; });
-    waiting.push_back({Kind::Read, key, std::move(work), [] {}, std::move(failed)});
+    waiting.push_back({Kind::Read, key, made(std::move(work)), [] {}, std::move(failed)});
     startNext();
 }
 
@@ -43,7 +43,7 @@ void RequestQueue::change(Change change)
 void RequestQueue::upload(Work work)
 {
     if (!connected) return;
-    waiting.push_back({Kind::Upload, {}, std::move(work)});
+    waiting.push_back({Kind::Upload, {}, made(std::move(work))});
     startNext();
 }
 
@@ -52,7 +52,7 @@ void RequestQueue::search(Work work)
     if (isSearchWaiting() || finishing) return;
     searching = true;
     unitIsLost();
-    waiting.push_front({Kind::Search, {}, std::move(work)});
+    waiting.push_front({Kind::Search, {}, made(std::move(work))});
     startNext();
 }
 
@@ -72,10 +72,11 @@ void RequestQueue::found(const QString &identity, const Work &showIt)
     showIt();
     showingFound = false;
     std::deque<Request> back = std::exchange(held, {});
-    if (std::exchange(identityOfUnit, identity) != identity)
-        giveUp(std::move(back));
-    else
-        std::move(back.begin(), back.end(), std::back_inserter(waiting));
+    if (std::exchange(identityOfUnit, identity) != identity) giveUp(std::exchange(back, {}));
+    for (Request &request : back) {
+        request.isResumed = true;
+        waiting.push_back(std::move(request));
+    }
     startNext();
 }
 
@@ -84,7 +85,13 @@ void RequestQueue::startNext()
     if (running || waiting.empty()) return;
     running = std::move(waiting.front());
     waiting.pop_front();
-    running->work();
+    const bool readFirst = running->isResumed;
+    QMetaObject::invokeMethod(
+        &controller, [unit = &controller, readFirst] { unit->setReadingFirst(readFirst); }, Qt::QueuedConnection);
+    if (!running->work()) {
+        giveUp({*std::exchange(running, std::nullopt)});
+        return startNext();
+    }
     // The controller's slots run in the order of their calls, and so do the slots of their signals: when this comes
     // back, all that the request led to has been heard.
     QMetaObject::invokeMethod(

@@ -26,9 +26,9 @@ public:
 
     struct Change
     {
-        QString words;  ///< for people: what it changes
-        Work work;
-        Work settled = [] {};  ///< called once, when the change is done, refused or dropped
+        QString words;               ///< for people: what it changes
+        std::function<bool()> work;  ///< false when it cannot be made any more
+        Work settled = [] {};        ///< called once, when the change is done, refused or given up
     };
 
     explicit RequestQueue(DeviceController &unit, QObject *parent = nullptr);
@@ -49,7 +49,8 @@ public:
     /// A unit was found. While `showIt` runs, reads are not made that have lost the unit twice in a row.
     void found(const QString &identity, const Work &showIt);
 
-    bool isConnected() const { return connected; }
+    /// Whether nothing runs and nothing waits.
+    bool isIdle() const { return !running && waiting.empty(); }
     /// Whether no unit has been found since the last one was lost.
     bool isSearching() const { return searching; }
     /// Whether another search comes before anything else, so that what is found now will not stay.
@@ -72,7 +73,7 @@ public:
     void connectChange(Sender *sender, void (Base::*signal)(Arguments...), Slot slot, Words wordsOf)
     {
         connect(sender, signal, this, [this, slot, wordsOf](Arguments... arguments) {
-            change({wordsOf(arguments...), onWorker(slot, arguments...)});
+            change({wordsOf(arguments...), made(onWorker(slot, arguments...))});
         });
     }
     /// A call of a controller's slot on the worker thread.
@@ -83,6 +84,15 @@ public:
             QMetaObject::invokeMethod(
                 &controller, [unit = &controller, slot, arguments...] { (unit->*slot)(arguments...); },
                 Qt::QueuedConnection);
+        };
+    }
+
+    /// The work of a change that can always be made.
+    static std::function<bool()> made(Work work)
+    {
+        return [work = std::move(work)] {
+            work();
+            return true;
         };
     }
 
@@ -97,9 +107,10 @@ private:
     {
         Kind kind;
         QString words;  ///< of a change; the key of a read
-        Work work;
+        std::function<bool()> work;
         Work settled = [] {};
         Work failed = [] {};
+        bool isResumed = false;  ///< its record may not have been read from the unit that came back
     };
 
     void startNext();

@@ -6,12 +6,12 @@
 
 #include <QThread>
 
+#include <algorithm>
 #include <string>
 
 namespace {
 
-constexpr int pauseLength = 400;  // ms between two passes over the ports
-constexpr int pauseStep = 25;     // ms until a stop is noticed
+constexpr unsigned int pauseStep = 25;  // ms until a stop is noticed
 
 bool answers(const QString &location, const MasterFrame &request, unsigned int timeout)
 {
@@ -28,7 +28,8 @@ bool answers(const QString &location, const MasterFrame &request, unsigned int t
 
 }  // namespace
 
-std::optional<QString> findUnit(const PortLister &listPorts, const std::function<bool()> &stop, unsigned int timeout)
+std::optional<QString> findUnit(const PortLister &listPorts, const std::function<bool()> &stop, unsigned int timeout,
+                                unsigned int pause)
 {
     const MasterFrame request = FrameFactory().readDeviceInfo();
     while (!stop()) {
@@ -36,8 +37,8 @@ std::optional<QString> findUnit(const PortLister &listPorts, const std::function
             if (stop()) return std::nullopt;
             if (answers(location, request, timeout)) return location;
         }
-        for (int waited = 0; waited < pauseLength && !stop(); waited += pauseStep)
-            QThread::msleep(pauseStep);
+        for (unsigned int waited = 0; waited < pause && !stop(); waited += pauseStep)
+            QThread::msleep(std::min(pauseStep, pause));
     }
     return std::nullopt;
 }

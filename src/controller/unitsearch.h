@@ -9,5 +9,6 @@
 
 /// Sends the unit's information command to each port that `listPorts` names, in its order, over and over, and returns
 /// the first port that answers with any frame within `timeout` milliseconds. Nothing once `stop` says so, which is
-/// asked before every pass, before every port and during the pause between two passes.
-std::optional<QString> findUnit(const PortLister &listPorts, const std::function<bool()> &stop, unsigned int timeout);
+/// asked before every pass, before every port and during the pause of `pause` milliseconds between two passes.
+std::optional<QString> findUnit(const PortLister &listPorts, const std::function<bool()> &stop, unsigned int timeout,
+                                unsigned int pause);

@@ -9,8 +9,8 @@
 struct LateChange
 {
     QString words;                  ///< for people: what it changes
-    std::function<void()> send;     ///< makes the request
-    std::function<void()> settled;  ///< called once the unit has taken or refused it
+    std::function<bool()> send;     ///< makes the request; false when what it builds on is not known any more
+    std::function<void()> settled;  ///< called once the unit has taken or refused it, or it was given up
 };
 
 /// Hands a late change on to whoever asks the unit.

@@ -6,6 +6,7 @@
 #include "ui/shell/mainwindow.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
@@ -27,16 +28,13 @@ class Editor : public testing::Test
 {
 protected:
     /// What the virtual unit holds at first: a musician's content, or something that tells every value apart.
-    explicit Editor(const UnitMemory &memory = musicianContent(), DeviceController::Timeouts timeouts = {200, 300})
+    explicit Editor(const UnitMemory &memory = musicianContent(), DeviceController::Timeouts timeouts = {100, 150, 20})
         : unit(memory, std::chrono::milliseconds(50)), window(unitsPort, nullptr, timeouts)
     {
         unit.recordRequests();
-        unit.onExchange([this](const std::string &, const std::string &) { ++exchanges; });
         QObject::connect(&dialogWatch, &QTimer::timeout, [this] { meetDialog(); });
         dialogWatch.start(5);
     }
-    ~Editor() override { unit.onExchange({}); }
-
     void SetUp() override
     {
         window.show();
@@ -48,7 +46,7 @@ protected:
 
     void TearDown() override
     {
-        EXPECT_TRUE(awaited.empty()) << "a dialog that was expected did not open";
+        EXPECT_TRUE(dialogs.empty() && boxes.empty()) << "a dialog that was expected did not open";
         window.close();
         EXPECT_FALSE(window.isVisible());
     }
@@ -97,14 +95,15 @@ protected:
 
     // --- Dialogs
 
-    /// Lets `act` work on the next dialog, in the order of the calls; it must end the dialog.
-    void onDialog(std::function<void(QWidget &)> act) { awaited.push_back(std::move(act)); }
+    /// Lets `act` work on the next dialog that is no message box, in the order of the calls. One that it leaves open
+    /// goes to the next act.
+    void onDialog(std::function<void(QWidget &)> act) { dialogs.push_back(std::move(act)); }
 
     /// "title|text" of the next message box, which is answered.
     std::shared_ptr<QString> nextBox(QMessageBox::StandardButton answer = QMessageBox::Ok)
     {
         auto text = std::make_shared<QString>();
-        onDialog([=](QWidget &dialog) {
+        boxes.push_back([=](QWidget &dialog) {
             auto &message = dynamic_cast<QMessageBox &>(dialog);
             EXPECT_EQ(message.textFormat() == Qt::RichText, false);
             *text = message.windowTitle() + '|' + message.text();
@@ -120,23 +119,15 @@ protected:
 
     static bool becomes(const std::function<bool()> &condition) { return QTest::qWaitFor(condition, 10000); }
 
-    /// Waits until the editor asks for nothing more: a round over the worker thread without an exchange.
-    bool settles()
+    /// Waits until the editor asks for nothing more.
+    bool settles() const
     {
-        for (int quietRounds = 0; quietRounds < 4;) {
-            const std::size_t seen = exchanges;
-            const auto reached = std::make_shared<std::atomic<bool>>(false);
-            auto *const marker = new QObject;
-            marker->moveToThread(window.findChild<QThread *>());
-            QMetaObject::invokeMethod(marker, [=] {
-                *reached = true;
-                marker->deleteLater();
-            });
-            if (!becomes([&] { return reached->load(); })) return false;
-            QCoreApplication::processEvents();  // the answers
-            quietRounds = seen == exchanges ? quietRounds + 1 : 0;
-        }
-        return true;
+        const auto *const queue = window.findChild<RequestQueue *>();
+        QElapsedTimer clock;
+        for (clock.start(); !queue->isIdle() && !clock.hasExpired(10000);)
+            QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 10);
+        QCoreApplication::processEvents();
+        return queue->isIdle();
     }
 
     /// Everything asked for since the last call, once nothing more comes, with visible separators.
@@ -164,8 +155,9 @@ private:
     {
         QWidget *const dialog = QApplication::activeModalWidget();
         if (!dialog || dialog == met) return;
+        const auto *const message = qobject_cast<QMessageBox *>(dialog);
+        auto &awaited = message ? boxes : dialogs;
         if (awaited.empty()) {
-            const auto *const message = qobject_cast<QMessageBox *>(dialog);
             ADD_FAILURE() << "unexpected dialog " << dialog->windowTitle().toStdString() << ": "
                           << (message ? message->text() : dialog->objectName()).toStdString();
             dialog->close();
@@ -173,13 +165,13 @@ private:
         }
         const auto act = std::move(awaited.front());
         awaited.pop_front();
-        met = dialog;
+        QWidget *const outer = std::exchange(met, dialog);
         act(*dialog);
-        met = nullptr;
+        met = outer;
     }
 
-    std::atomic<std::size_t> exchanges = 0;
     QTimer dialogWatch;
-    std::deque<std::function<void(QWidget &)>> awaited;
+    std::deque<std::function<void(QWidget &)>> dialogs;
+    std::deque<std::function<void(QWidget &)>> boxes;
     QWidget *met = nullptr;  // being acted upon
 };

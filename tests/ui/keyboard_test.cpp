@@ -1,9 +1,9 @@
 #include "ui/dialogs/aboutwindow.h"
 #include "ui/dialogs/controllerlistwindow.h"
-#include "ui/editor.h"
 #include "ui/dialogs/installdriverswindow.h"
-#include "ui/look.h"
 #include "ui/dialogs/midieditorwindow.h"
+#include "ui/editor.h"
+#include "ui/look.h"
 #include "ui/preview/previewwidget.h"
 
 #include <QLineEdit>

@@ -42,8 +42,8 @@ QString undeliveredText(const QStringList &changes)
 
 MainWindow::MainWindow(PortLister listPorts, QWidget *parent, DeviceController::Timeouts timeouts)
     : QMainWindow(parent, Qt::Window | Qt::FramelessWindowHint | Qt::WindowTitleHint | Qt::CustomizeWindowHint),
-      controller(std::make_unique<DeviceController>(std::move(listPorts))), requests(*controller), aboutWindow(nullptr),
-      installDriversWindow(nullptr), ui(this), drag(dragHeight)
+      controller(std::make_unique<DeviceController>(std::move(listPorts))), requests(*controller, this),
+      aboutWindow(nullptr), installDriversWindow(nullptr), ui(this), drag(dragHeight)
 {
     setWindowIcon(QIcon(QStringLiteral(":/images/ico.png")));
     connectButtons();

@@ -107,18 +107,19 @@ void TabMidi::deviceButtonClicked(int preset, int device)
 void TabMidi::submitEdit(int bank, int preset, const MidiEdit &edit)
 {
     const auto place = waiting.insert(waiting.end(), {bank, preset, edit});
-    submit({places::midiMessages(bank, preset, edit.device), [this, bank, preset, edit] { send(bank, preset, edit); },
-            [this, place] { waiting.erase(place); }});
+    submit({places::midiMessages(bank, preset, edit.device),
+            [this, bank, preset, edit] { return send(bank, preset, edit); }, [this, place] { waiting.erase(place); }});
 }
 
-void TabMidi::send(int bank, int preset, const MidiEdit &edit)
+bool TabMidi::send(int bank, int preset, const MidiEdit &edit)
 {
     const auto stored =
         shown.data()->presetData.at(static_cast<std::size_t>(bank)).at(static_cast<std::size_t>(preset)).load();
-    if (!stored) return;
+    if (!stored) return false;
     if (const auto program = edit.programFor(*stored))
         emit changeProgramChangeNumber(bank, preset, edit.device - 1, *program);
     const auto list = edit.controlChangesFor(*stored);
     emit changeControlChangeData(bank, preset, QVector<ControlChangeData>(list.begin(), list.end()));
     if (const auto pedal = edit.pedalFor(*stored)) emit changePresetExpressionPedal(bank, preset, *pedal);
+    return true;
 }

@@ -55,7 +55,7 @@ private:
     /// Opens the editor for a preset that takes MIDI messages, and sends what was changed if it ends with OK.
     void deviceButtonClicked(int preset, int device);
     void submitEdit(int bank, int preset, const MidiEdit &edit);
-    void send(int bank, int preset, const MidiEdit &edit);
+    bool send(int bank, int preset, const MidiEdit &edit);
 
     QVector<QVector<NameButton *>> deviceButtons;  // by device, then preset
     QPointer<MidiEditorWindow> editor;             // the last one opened; the window owns it

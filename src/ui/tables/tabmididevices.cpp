@@ -231,14 +231,14 @@ void TabMidiDevices::controllersWidgetClicked(int row)
 void TabMidiDevices::submitEdit(int row, const ControllerEdit &edit)
 {
     const auto place = waiting.insert(waiting.end(), {row, edit});
-    submit({places::midiDevice(row + 1) + QStringLiteral(": CONTROLLERS"), [this, row, edit] { send(row, edit); },
-            [this, place] { waiting.erase(place); }});
+    submit({places::midiDevice(row + 1) + QStringLiteral(": CONTROLLERS"),
+            [this, row, edit] { return send(row, edit); }, [this, place] { waiting.erase(place); }});
 }
 
-void TabMidiDevices::send(int row, const ControllerEdit &edit)
+bool TabMidiDevices::send(int row, const ControllerEdit &edit)
 {
     const auto stored = storedDevice(row);
-    if (!stored) return;
+    if (!stored) return false;
     QVector<QString> texts;
     QVector<int> numbers;
     for (const Controller &controller : edit.appliedTo(*stored).controllers) {
@@ -246,4 +246,5 @@ void TabMidiDevices::send(int row, const ControllerEdit &edit)
         numbers << controller.number;
     }
     emit controllersNamesOrNumberChanged(row + 1, texts, numbers);
+    return true;
 }

@@ -89,7 +89,7 @@ private:
     void noteTypeChanged(int index, int device);
     void controllersWidgetClicked(int row);
     void submitEdit(int row, const ControllerEdit &edit);
-    void send(int row, const ControllerEdit &edit);
+    bool send(int row, const ControllerEdit &edit);
 
     QTableWidget *table;
     DataFromDevice *data = nullptr;

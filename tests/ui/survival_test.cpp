@@ -1,0 +1,428 @@
+// What the user did reaches the unit or is told; nothing goes where it was not meant.
+
+#include "ui/editor.h"
+
+#include <QFileDialog>
+#include <QTemporaryDir>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+class Survival : public Editor
+{
+protected:
+    void openSettings()
+    {
+        click("pushButton_settingsTab");
+        requests();
+    }
+    QComboBox &keyboard() const { return find<QComboBox>("comboBox_keyboardType"); }
+    static int countOf(const Requests &asked, const std::string &request)
+    {
+        return static_cast<int>(std::count(asked.begin(), asked.end(), request));
+    }
+    void closeWithin(int milliseconds)
+    {
+        QElapsedTimer clock;
+        clock.start();
+        window.close();
+        EXPECT_LT(clock.elapsed(), milliseconds);
+        EXPECT_FALSE(window.isVisible());
+    }
+
+    /// Opens a dialog by a click on a cell's button, lets `act` work on its boxes and ends it.
+    void inDialog(const QString &table, int row, int column, const std::function<void(QWidget &)> &act,
+                  const char *end = "pushButton_ok")
+    {
+        onDialog([=](QWidget &dialog) {
+            if (act) act(dialog);
+            QTest::mouseClick(dialog.findChild<QPushButton *>(end), Qt::LeftButton);
+        });
+        clickCell(table, row, column);
+    }
+    /// Chooses in a value box of the MIDI editor.
+    static std::function<void(QWidget &)> value(int row, const QString &item)
+    {
+        return [=](QWidget &dialog) {
+            auto *table = dialog.findChild<QTableWidget *>("tableWidget_controllersListTable");
+            choose(*qobject_cast<QComboBox *>(table->cellWidget(row, 1)), item);
+        };
+    }
+    std::string controlChanges(int preset) const
+    {
+        std::string text;
+        const UnitMemory memory = unit.memory();
+        for (const ControlChangeData &change : memory.presets[0][static_cast<std::size_t>(preset)].controlChanges)
+            text += std::to_string(change.midiDeviceNumber) + '/' + std::to_string(change.controllerNumber) + '/' +
+                    std::to_string(change.value) + ' ';
+        return text;
+    }
+};
+
+// --- Closing
+
+TEST_F(Survival, ChangesMadeBeforeTheCloseReachTheUnitAndReadsAreSkipped)
+{
+    openSettings();
+    unit.setDelay(10ms);
+    click("pushButton_midiDevicesTab");
+    keyboard().setCurrentIndex(1);
+    type(edit("midiDevices", 0, 0), "LAST WORD");
+    QTest::qWait(30);
+    closeWithin(1000);
+    EXPECT_EQ(unit.memory().settings.keyboardType, KeyboardType::Azerty);
+    EXPECT_EQ(unit.memory().midiDevices[0].name, "LAST WORD");
+    EXPECT_EQ(countOf(taken(), "RMD|A10"), 0);
+}
+
+TEST_F(Survival, ASilentUnitHoldsTheCloseUpForOneTimeoutAndWhatWasLostIsTold)
+{
+    openSettings();
+    unit.queueFault(Fault::silence());
+    unit.queueFault(Fault::silence());
+    for (const char *box : {"comboBox_keyboardType", "comboBox_loopsSplit", "comboBox_recallUserBanksOnly"})
+        find<QComboBox>(box).setCurrentIndex(1 - find<QComboBox>(box).currentIndex());
+    type(edit("footswitchFunction", 3, 4), "NEW");
+    const auto told = nextBox();
+    closeWithin(400);  // the timeout is 150
+    EXPECT_EQ(*told, "Error|4 changes did not reach the unit: SETTINGS: KEYBOARD TYPE; SETTINGS: LOOP SPLIT; "
+                     "SETTINGS: RECALL USER BANKS ONLY; BANK 0, PRESET 2: NAME");
+    EXPECT_EQ(taken().size(), 1U);
+}
+
+TEST_F(Survival, AnAnswerInPiecesIsNoLostUnitAndARefusalIsToldAtTheEnd)
+{
+    openSettings();
+    unit.queueFault(Fault::slowBytes(20ms));
+    unit.queueFault(Fault::errorStatus(9, "Not now"));
+    keyboard().setCurrentIndex(1);
+    find<QComboBox>("comboBox_wahPad1").setCurrentIndex(5);
+    const auto told = nextBox();
+    closeWithin(3000);
+    EXPECT_EQ(unit.memory().settings.keyboardType, KeyboardType::Azerty);
+    EXPECT_EQ(*told, "Error|1 change did not reach the unit: SETTINGS: WAH PAD 1 (Not now)");
+}
+
+TEST_F(Survival, ClosingEndsASearchAtOnce)
+{
+    unit.unplug();
+    click("pushButton_settingsTab");
+    ASSERT_TRUE(becomes([this] { return !isConnected(); }));
+    closeWithin(300);
+}
+
+// --- Edits that build on each other
+
+TEST_F(Survival, AMidiEditBuildsOnTheOneBeforeItThatTheUnitHasNotAnswered)
+{
+    for (const MidiLists lists : {MidiLists::Replace, MidiLists::Merge}) {
+        unit.setMidiLists(lists);
+        unit.alter([](UnitMemory &memory) { memory.presets[0][0].controlChanges = {{1, 3, 5}, {2, 1, 7}}; });
+        clickCell("footswitchFunction", 0, 0);
+        clickCell("footswitchFunction", 11, 0);
+        ASSERT_TRUE(settles());
+        unit.setDelay(30ms);
+        inDialog("midi", 1, 4, value(2, "11"));        // device 1
+        inDialog("midi", 1, 5, value(0, "INACTIVE"));  // device 2
+        inDialog("midi", 1, 4, [](QWidget &dialog) {
+            auto *table = dialog.findChild<QTableWidget *>("tableWidget_controllersListTable");
+            EXPECT_EQ(qobject_cast<QComboBox *>(table->cellWidget(2, 1))->currentText(), "11");
+        });
+        EXPECT_TRUE(settles());
+        EXPECT_EQ(controlChanges(0), "1/3/11 ");
+        unit.setDelay(0ms);
+
+        unit.queueFault(Fault::errorStatus(9, "No"));
+        const auto told = nextBox();
+        inDialog("midi", 1, 4, value(2, "99"));
+        inDialog("midi", 1, 5, value(0, "TOGGLE"));
+        EXPECT_TRUE(becomes([&] { return !told->isEmpty(); }) && settles());
+        EXPECT_EQ(controlChanges(0), "1/3/11 2/1/254 ") << "the refused value does not ride along";
+    }
+}
+
+TEST_F(Survival, ANewListOfControllersBuildsOnTheOneBeforeIt)
+{
+    const auto name = [](int row, const QString &text, const QString &shown) {
+        return [=](QWidget &dialog) {
+            auto *table = dialog.findChild<QTableWidget *>("tableWidget_controllersListTable");
+            auto *const edit = qobject_cast<QLineEdit *>(table->cellWidget(row, 1));
+            EXPECT_EQ(edit->text(), shown);
+            type(*edit, text);
+            EXPECT_TRUE(dialog.isVisible()) << "Enter in the list is not yet OK";
+        };
+    };
+    const auto stored = [this](std::size_t slot) { return unit.memory().midiDevices[3].controllers[slot].name; };
+    unit.alter([](UnitMemory &memory) { memory.midiDevices[3].controllers = {}; });
+    click("pushButton_midiDevicesTab");
+    requests();
+    unit.setDelay(30ms);
+    inDialog("midiDevices", 3, 4, name(0, "FIRST", ""));
+    inDialog("midiDevices", 3, 4, name(1, "SECOND", ""));
+    inDialog("midiDevices", 3, 4, name(0, "AGAIN", "FIRST"), "pushButton_cancel");
+    EXPECT_EQ(requests().size(), 2U);
+    EXPECT_EQ(stored(0) + stored(1), "FIRSTSECOND");
+
+    unit.queueFault(Fault::errorStatus(9, "No"));
+    const auto told = nextBox();
+    inDialog("midiDevices", 3, 4, name(0, "REFUSED", "FIRST"));
+    inDialog("midiDevices", 3, 4, name(2, "THIRD", ""));
+    EXPECT_TRUE(becomes([&] { return !told->isEmpty(); }) && settles());
+    EXPECT_EQ(stored(0) + stored(1) + stored(2), "FIRSTSECONDTHIRD");
+}
+
+TEST_F(Survival, OkWithoutAUnitIsToldAndTheDialogStaysUntilThereIsOne)
+{
+    for (const QString table : {"midi", "midiDevices"}) {
+        const bool isList = table == "midiDevices";
+        onDialog([&](QWidget &dialog) {
+            unit.unplug();
+            click("pushButton_settingsTab");
+            EXPECT_TRUE(becomes([this] { return !isConnected(); }));
+            QTest::mouseClick(dialog.findChild<QPushButton *>("pushButton_ok"), Qt::LeftButton);
+        });
+        const auto told = nextBox();
+        onDialog([&](QWidget &dialog) {
+            unit.plugIn();
+            EXPECT_TRUE(becomes([this] { return isConnected(); }) && settles());
+            taken();
+            QTest::mouseClick(dialog.findChild<QPushButton *>("pushButton_ok"), Qt::LeftButton);
+        });
+        clickCell(table, 1, 4);
+        EXPECT_EQ(*told, "Error|No unit is connected, so nothing was sent. OK sends it once a unit is found.");
+        const Requests sent = requests();
+        ASSERT_EQ(sent.size(), 1U);
+        EXPECT_EQ(sent[0].substr(0, 9), isList ? "WMD|A2|FA" : "WBP|A0|B0");
+    }
+}
+
+// --- Text that is being typed, banks that cannot be read
+
+TEST_F(Survival, ARefreshLeavesTheTextThatIsBeingTyped)
+{
+    unit.setDelay(20ms);
+    QLineEdit &name = edit("loops", 1, 3);
+    click("pushButton_loopsTab");
+    clickCell("loops", 0, 0);
+    type(name, "TYPED MEANWH", Qt::Key_unknown);
+    ASSERT_TRUE(settles());
+    EXPECT_EQ(name.text(), "TYPED MEANWH");
+    EXPECT_EQ(edit("loops", 2, 3).text().toStdString(), unit.memory().presets[1][1].name);
+    QTest::keyClick(&name, Qt::Key_Return);
+    ASSERT_TRUE(settles());
+    EXPECT_EQ(unit.memory().presets[1][0].name, "TYPED MEANWH");
+}
+
+TEST_F(Survival, WhatCannotBeSentGoesBackAndABankThatCouldNotBeReadIsAskedForAgain)
+{
+    const auto told = nextBox();
+    unit.queueFault(Fault::errorStatus(5, "Broken"));
+    clickCell("loops", 0, 0);
+    ASSERT_TRUE(becomes([&] { return !told->isEmpty(); }) && settles());
+    taken();
+    QLineEdit &number = edit("loops", 1, 0);
+    QLineEdit &name = edit("loops", 1, 3);
+    ComboBox &state = box("loops", 1, 4);
+    EXPECT_EQ(number.text() + '|' + name.text() + '|' + state.currentText(), "1||");
+    type(name, "LOST");
+    choose(state, "ON");
+    EXPECT_EQ(name.text() + '|' + state.currentText(), "|");
+    EXPECT_EQ(requests(), Requests{});
+    type(number, "1");
+    EXPECT_EQ(requests().size(), 11U);
+    EXPECT_EQ(name.text().toStdString(), unit.memory().presets[1][0].name);
+    type(number, "1");
+    EXPECT_EQ(requests(), Requests{}) << "a number that is shown and read asks for nothing";
+}
+
+TEST_F(Survival, LeavingAnUntouchedEditSendsNothing)
+{
+    unit.alter([](UnitMemory &memory) { memory.midiDevices[0].name = "ON THE UNIT"; });
+    const auto told = nextBox();
+    unit.queueFault(Fault::errorStatus(5, "Broken"));
+    click("pushButton_midiDevicesTab");
+    ASSERT_TRUE(becomes([&] { return !told->isEmpty(); }) && settles());
+    unit.unplug();
+    click("pushButton_settingsTab");
+    ASSERT_TRUE(becomes([this] { return !isConnected(); }));
+    unit.queueFault(Fault::errorStatus(5, "Broken"), 13);  // the first device of the new connection
+    const auto again = nextBox();
+    unit.plugIn();
+    ASSERT_TRUE(becomes([&] { return isConnected() && !again->isEmpty() && settles(); }));
+    taken();
+    for (const auto &[table, column] : {std::pair("midiDevices", 0), {"loops", 2}, {"midi", 3}})
+        QTest::keyClick(&edit(table, 1, column), Qt::Key_Return);
+    EXPECT_EQ(requests(), Requests{});
+    EXPECT_EQ(unit.memory().midiDevices[0].name, "ON THE UNIT");
+}
+
+TEST_F(Survival, WithoutAUnitEveryChoiceGoesBack)
+{
+    openSettings();
+    unit.unplug();
+    click("pushButton_midiMidiIn");
+    ASSERT_TRUE(becomes([this] { return !isConnected(); }));
+    const auto goesBack = [](QComboBox &box) {
+        const int shown = box.currentIndex();
+        box.setCurrentIndex(shown == 0 ? 1 : 0);
+        EXPECT_EQ(box.currentIndex(), shown) << box.accessibleName().toStdString();
+    };
+    goesBack(keyboard());
+    goesBack(find<QComboBox>("comboBox_switchOut1"));
+    goesBack(box("footswitchFunction", 2, 2));
+    goesBack(box("wahPads", 3, 3));
+    goesBack(box("midiDevices", 3, 6));
+    unit.plugIn();
+    ASSERT_TRUE(becomes([this] { return isConnected() && settles(); }));
+    EXPECT_EQ(countOf(taken(), "RBB|A0"), 1);
+}
+
+// --- Loads
+
+TEST_F(Survival, ThirtyClicksReadTheFirstAndTheLastBank)
+{
+    unit.setDelay(5ms);
+    clickCell("loops", 0, 0);
+    EXPECT_TRUE(becomes([this] { return !unit.takeRequests().empty(); })) << "one click asks at once";
+    for (int i = 1; i < 30; ++i)
+        clickCell("loops", 0, 0);
+    const Requests asked = requests();
+    EXPECT_LE(asked.size(), 21U);
+    EXPECT_EQ(asked[asked.size() - 11], "RBB|A30");
+    EXPECT_EQ(edit("loops", 1, 0).text() + edit("loops", 1, 2).text(),
+              "30" + QString::fromStdString(unit.memory().banks[30].name));
+}
+
+TEST_F(Survival, RequestsLostTogetherMakeOneSearchAndChangesWaitForTheSameUnit)
+{
+    openSettings();
+    unit.queueFault(Fault::hangUp());
+    click("pushButton_midiMidiIn");
+    click("pushButton_midiSwitchOut");
+    keyboard().setCurrentIndex(1);
+    ASSERT_TRUE(becomes([this] { return !isConnected(); }));
+    unit.plugIn();
+    ASSERT_TRUE(becomes([this] { return isConnected() && settles(); }));
+    EXPECT_EQ(countOf(taken(), "RDI"), 2);  // probe and identity
+    EXPECT_EQ(unit.memory().settings.keyboardType, KeyboardType::Azerty);
+}
+
+TEST_F(Survival, ChangesDoNotGoToAnotherUnit)
+{
+    openSettings();
+    unit.queueFault(Fault::hangUp());
+    click("pushButton_midiMidiIn");
+    keyboard().setCurrentIndex(1);
+    ASSERT_TRUE(becomes([this] { return !isConnected(); }));
+    unit.alter([](UnitMemory &memory) { memory.deviceInfo.secondText = "ANOTHER"; });
+    const auto told = nextBox();
+    unit.plugIn();
+    ASSERT_TRUE(becomes([&] { return !told->isEmpty(); }));
+    EXPECT_EQ(*told, "Error|1 change did not reach the unit: SETTINGS: KEYBOARD TYPE");
+    EXPECT_TRUE(settles());
+    EXPECT_EQ(unit.memory().settings.keyboardType, KeyboardType::Qwerty);
+}
+
+TEST_F(Survival, ARecordThatLosesTheUnitEveryTimeDoesNotMakeAnEndlessSearch)
+{
+    unit.queueFault(Fault::silence());      // the bank
+    unit.queueFault(Fault::silence(), 23);  // and again, after the identity, bank 0 and the MIDI devices
+    clickCell("loops", 0, 0);
+    ASSERT_TRUE(becomes([this] { return !isConnected(); }));
+    ASSERT_TRUE(becomes([this] { return isConnected() && settles() && isConnected(); }));
+    QTest::qWait(100);
+    const Requests asked = taken();
+    EXPECT_EQ(countOf(asked, "RBB|A1") + countOf(asked, "RBP|A1|B0"), 2);
+    EXPECT_TRUE(isConnected());
+    type(edit("loops", 1, 0), "1");
+    EXPECT_EQ(requests().size(), 11U) << "the user may try again";
+}
+
+// --- Firmware
+
+class Upload : public Survival
+{
+protected:
+    QString file(qint64 bytes)
+    {
+        QFile image(folder.filePath("image.bin"));
+        EXPECT_TRUE(image.open(QIODevice::WriteOnly) && image.resize(bytes));
+        return image.fileName();
+    }
+    void start(const QString &path, const std::function<void()> &meanwhile = {})
+    {
+        onDialog([=](QWidget &dialog) {
+            auto &files = dynamic_cast<QFileDialog &>(dialog);
+            EXPECT_EQ(files.windowTitle(), "Open KORA Firmware File");
+            EXPECT_EQ(files.nameFilters(), QStringList("KORA Firmware (*.bin)"));
+            if (meanwhile) meanwhile();
+            files.findChild<QLineEdit *>("fileNameEdit")->setText(path);
+            static_cast<QDialog &>(files).done(path.isEmpty() ? QDialog::Rejected : QDialog::Accepted);
+        });
+        window.updateFirmware();
+    }
+    bool isBusy() const
+    {
+        const bool veil = find<QLabel>("label_loading").isVisible();
+        EXPECT_EQ(find<QLabel>("label_loadingText").isVisible(), veil);
+        EXPECT_EQ(find<QWidget>("progressBar_loading").isVisible(), veil);
+        for (const char *const covered : {"pushButton_menu", "pushButton_settingsTab", "widget_presets"})
+            EXPECT_EQ(find<QWidget>(covered).isEnabled(), !veil) << covered;
+        return veil;
+    }
+
+    QTemporaryDir folder;
+};
+
+TEST_F(Upload, ShowsThatItIsBusyAndHowFarItIs)
+{
+    start(QString());
+    EXPECT_FALSE(isBusy());
+    start(file(983040));
+    EXPECT_TRUE(isBusy());
+    EXPECT_EQ(find<QLabel>("label_loadingText").text(), "SENDING NEW FIRMWARE TO DEVICE. PLEASE WAIT");
+    window.updateFirmware();  // not a second one
+    auto &progress = *window.findChild<QObject *>("progressBar_loading");
+    ASSERT_TRUE(becomes([&] { return progress.property("value").toInt() >= 2; }));
+    closeWithin(500);  // between two chunks
+    EXPECT_EQ(taken().back().substr(0, 5), "WFD|A");
+}
+
+TEST_F(Upload, GoesToTheUnitItWasChosenForOnly)
+{
+    const auto told = nextBox();
+    start(file(100), [this] {
+        unit.unplug();
+        click("pushButton_midiMidiIn");
+        EXPECT_TRUE(becomes([this] { return !isConnected(); }));
+        unit.plugIn();
+        EXPECT_TRUE(becomes([this] { return isConnected() && settles(); }));
+        taken();
+    });
+    EXPECT_TRUE(becomes([&] { return !told->isEmpty(); }));
+    EXPECT_EQ(requests(), Requests{});
+}
+
+TEST_F(Upload, RefusesWhatIsNoImage)
+{
+    const std::pair<QString, QString> cases[] = {
+        {file(3LL << 30), "UPLOAD FAILED|FIRMWARE UPLOAD FAILED"},  // sparse
+        {folder.filePath("missing.bin"), "Error|File doesn't exist"},
+        {"/dev/zero", "Error|File doesn't exist"},
+    };
+    for (const auto &[path, expected] : cases) {
+        const auto told = nextBox();
+        start(path);
+        ASSERT_TRUE(becomes([&, box = told] { return !box->isEmpty(); }));
+        EXPECT_EQ(*told, expected);
+        EXPECT_TRUE(settles());
+        EXPECT_FALSE(isBusy());
+    }
+    std::shared_ptr<QString> asked;
+    start(file(0), [&] { asked = nextBox(QMessageBox::No); });
+    EXPECT_TRUE(asked->startsWith("FIRMWARE UPGRADE|The file is empty"));
+    EXPECT_EQ(requests(), Requests{});
+}
+
+}  // namespace
