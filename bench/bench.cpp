@@ -2,6 +2,7 @@
 // that whatever else the machine does meets both; medians are compared, and a ratio above its limit is a failure.
 
 #include "device/kora.h"
+#include "link/connection.h"
 #include "protocol/converter.h"
 #include "simulator/unitport.h"
 #include "timing.h"

@@ -1,5 +1,6 @@
 #include "device/kora.h"
 
+#include "link/connection.h"
 #include "protocol/converter.h"
 #include "protocol/failure.h"
 

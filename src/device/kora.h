@@ -3,11 +3,12 @@
 #include "device/decorator.h"
 #include "device/framefactory.h"
 #include "device/translator.h"
-#include "link/connection.h"
 
 #include <concepts>
 #include <functional>
 #include <memory>
+
+class Connection;
 
 /// The host's handle on one connected unit. Every operation is one exchange: a command out, a response back, no retry;
 /// when the unit reports an error, one more exchange fetches its text.
