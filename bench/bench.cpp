@@ -7,6 +7,7 @@
 #include "timing.h"
 
 #include <QCoreApplication>
+#include <QSerialPort>
 
 #include <benchmark/benchmark.h>
 #include <cstdio>
