@@ -150,12 +150,12 @@ TEST(Connection, WithoutAPortThatOpensFails)
 TEST(Connection, StaysOpenAfterASendingTimeoutExceptDuringAHold)
 {
     const PseudoTerminal nobodyReads;
-    Connection connection = connectionTo(nobodyReads.location());
-    const auto send = [&connection] { connection << std::string(200000, 'x'); };
-    EXPECT_EQ(failureOf(send), "Sending timeout");
-    EXPECT_EQ(failureOf(send), timedOut);
-    connection.closeConnection();
+    Connection connection = connectionTo(nobodyReads.location()), other = connectionTo(nobodyReads.location());
+    const auto failureOfSend = [](Connection &by) { return failureOf([&by] { by << std::string(200000, 'x'); }); };
+    EXPECT_EQ(failureOfSend(connection), "Sending timeout");
+    EXPECT_EQ(failureOfSend(connection), timedOut);
+    EXPECT_EQ(failureOfSend(other), timedOut);
     const Connection::Hold hold = connection.hold();
-    EXPECT_EQ(failureOf(send), "Sending timeout");
-    EXPECT_EQ(failureOf(send), "Sending timeout");
+    EXPECT_EQ(failureOfSend(connection), "Sending timeout");
+    EXPECT_EQ(failureOfSend(other), "Sending timeout");
 }
