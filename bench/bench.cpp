@@ -8,6 +8,7 @@
 #include "timing.h"
 
 #include <QCoreApplication>
+#include <QSerialPort>
 
 #include <benchmark/benchmark.h>
 #include <cstdio>

@@ -1,12 +1,14 @@
 #include "link/connection.h"
 
+#include "link/trafficlog.h"
 #include "protocol/converter.h"
 #include "protocol/failure.h"
+#include "protocol/frame.h"
 
-#include <QCoreApplication>
 #include <QDateTime>
 #include <QDeadlineTimer>
-#include <QFile>
+#include <QSerialPort>
+#include <QSerialPortInfo>
 #include <QThread>
 
 std::atomic<bool> Connection::enableLog = false;
@@ -60,14 +62,44 @@ void Connection::closeAndFail()
     fail("Receiving timeout");
 }
 
+Connection::Hold::Hold(Connection &heldConnection) : connection(heldConnection)
+{
+    if (connection.holds++ == 0) connection.closeConnection();  // a sending timeout may have left it open
+    TrafficLog::instance().hold();
+}
+
+Connection::Hold::~Hold()
+{
+    TrafficLog::instance().release();
+    --connection.holds;
+    connection.endExchange();
+}
+
+void Connection::beginExchange()
+{
+    if (holds > 0 && port->isOpen()) {
+        if (port->clear(QSerialPort::Input)) return;
+        closeConnection();  // the line has broken since the last exchange
+    }
+    openConnection();
+}
+
+void Connection::endExchange()
+{
+    if (holds == 0) closeConnection();
+}
+
 void Connection::putDataToStream(const std::vector<unsigned char> &data)
 {
     QSerialPort &serial = existingPort();
-    openConnection();
+    beginExchange();
     const std::string text = Converter::vectorToString(data);
     serial.write(text.c_str());
     do {
-        if (!serial.waitForBytesWritten(static_cast<int>(timeout))) fail("Sending timeout");
+        if (!serial.waitForBytesWritten(static_cast<int>(timeout))) {
+            if (holds > 0) closeConnection();
+            fail("Sending timeout");
+        }
     } while (serial.bytesToWrite() > 0);
     log(FrameDirection::Sent, text);
 }
@@ -103,7 +135,7 @@ std::string Connection::getFrameFromStream()
         if (byte == Frame::endByte) break;
     }
     log(FrameDirection::Received, frame);
-    closeConnection();
+    endExchange();
     return frame;
 }
 
@@ -116,8 +148,9 @@ Connection &Connection::operator>>(std::string &frame)
 signed char Connection::getCharWithTimeout()
 {
     QSerialPort &serial = existingPort();
-    const QDeadlineTimer deadline(timeout);
     char byte = 0;
+    if (serial.getChar(&byte)) return static_cast<signed char>(byte);
+    const QDeadlineTimer deadline(timeout);
     while (!serial.getChar(&byte)) {
         if (deadline.hasExpired() || QThread::currentThread()->isInterruptionRequested()) closeAndFail();
         const bool arrived = serial.waitForReadyRead(static_cast<int>(deadline.remainingTime()));
@@ -132,16 +165,8 @@ int Connection::getError() const { return port ? port->error() : QSerialPort::No
 void Connection::log(FrameDirection direction, const std::string &data)
 {
     if (!enableLog) return;
-    std::string line = "[" + currentDateTimeString() +
-                       "]: " + (direction == FrameDirection::Sent ? "PC >> " : "PC << ") + Converter::toLogString(data);
-    Converter::eraseAllSubStr(line, "%s");
-    qDebug("%s", line.c_str());
-    QFile file(QCoreApplication::applicationDirPath() + "/log.txt");
-    // Unbuffered, a line is one write: two editors that share the file do not mix their lines.
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered)) return;
-    const QByteArray bytes = QByteArray::fromStdString(line) + "\r\n";
-    const qint64 written = file.write(bytes);
-    if (written > 0 && written < bytes.size()) file.resize(file.size() - written);  // disk full: no half lines
+    const char *const mark = direction == FrameDirection::Sent ? "PC >> " : "PC << ";
+    TrafficLog::instance().write("[" + currentDateTimeString() + "]: " + mark + Converter::toLogString(data));
 }
 
 std::string Connection::currentDateTimeString()

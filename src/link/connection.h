@@ -1,19 +1,18 @@
 #pragma once
 
-#include "protocol/frame.h"
-
-#include <QSerialPort>
-#include <QSerialPortInfo>
-#include <QString>
-
 #include <atomic>
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
 
+class Frame;
+class QSerialPort;
+class QSerialPortInfo;
+class QString;
+
 /// Moves whole frames over one serial port. An exchange is a send, which opens the port, followed by a receive, which
-/// closes it. A connection belongs to one thread at a time.
+/// closes it, except during a hold. A connection belongs to one thread at a time.
 ///
 /// Failures are thrown by the convention of protocol/failure.h: "Buffer hasn't been initialized" without a port,
 /// "Receiving timeout", "Sending timeout".
@@ -38,14 +37,31 @@ public:
     void closeConnection();
     void setTimeout(unsigned int milliseconds) { timeout = milliseconds; }
 
-    /// Opens the port and writes the bytes up to the first zero byte. Fails with "Sending timeout", the port left open,
-    /// when they are not written in time.
+    /// What `hold` returns; it must not outlive its connection.
+    class [[nodiscard]] Hold
+    {
+    public:
+        explicit Hold(Connection &heldConnection);
+        ~Hold();
+        Hold(const Hold &) = delete;
+        Hold &operator=(const Hold &) = delete;
+
+    private:
+        Connection &connection;
+    };
+    /// While the result lives, exchanges leave the port open between them, and the traffic log its file. The first one
+    /// opens it; a failure closes it at once, and the next exchange opens it again. Holds may nest: the port is closed
+    /// when the first begins and when the last has ended.
+    Hold hold() { return Hold(*this); }
+
+    /// Opens the port and writes the bytes up to the first zero byte. Fails with "Sending timeout" when they are not
+    /// written in time, the port left open except during a hold.
     void putDataToStream(const std::vector<unsigned char> &data);
     Connection &operator<<(const std::vector<unsigned char> &data);
     Connection &operator<<(const Frame &frame);
     Connection &operator<<(const std::string &text);
 
-    /// Reads one frame, 0x02 through 0x03, and closes the port. Bytes before 0x02 are dropped. A zero byte ends the
+    /// Reads one frame, 0x02 through 0x03, and ends the exchange. Bytes before 0x02 are dropped. A zero byte ends the
     /// search for 0x02, or the frame, and is not part of it. Fails with "Receiving timeout" when no answer begins, the
     /// next byte does not come, the port breaks, more than 64 bytes before 0x02 have taken more than one timeout, the
     /// frame exceeds `maxFrameLength` bytes or the thread is asked to stop.
@@ -58,8 +74,7 @@ public:
     /// The port's `QSerialPort::SerialPortError`; 0 (no error) without a port.
     int getError() const;
 
-    /// Writes one line to the debug output and to log.txt beside the program, while `enableLog` is set. A file that
-    /// cannot be opened is left out silently, and so is a line that does not fit on the disk as a whole.
+    /// Writes one line to the traffic log (link/trafficlog.h) while `enableLog` is set.
     static void log(FrameDirection direction, const std::string &data);
     static std::string currentDateTimeString();
 
@@ -70,8 +85,11 @@ public:
 
 private:
     QSerialPort &existingPort() const;
+    void beginExchange();
+    void endExchange();
     [[noreturn]] void closeAndFail();
 
     std::shared_ptr<QSerialPort> port;
     std::uint32_t timeout;
+    int holds = 0;
 };

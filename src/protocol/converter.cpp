@@ -4,9 +4,17 @@ const std::map<char, std::string> Converter::asciiNames{
     {'\x02', "STX"}, {'\x03', "ETX"}, {'\x1C', "FS"}, {'\x1D', "GS"}, {'\x1E', "RS"}, {'\x1F', "US"},
 };
 
-std::vector<std::uint8_t> Converter::stringToVector(const std::string &text) { return {text.begin(), text.end()}; }
+// Between pointers to bytes of one type both are a plain copy of memory.
+std::vector<std::uint8_t> Converter::stringToVector(const std::string &text)
+{
+    const auto *const bytes = reinterpret_cast<const std::uint8_t *>(text.data());
+    return {bytes, bytes + text.size()};
+}
 
-std::string Converter::vectorToString(const std::vector<std::uint8_t> &bytes) { return {bytes.begin(), bytes.end()}; }
+std::string Converter::vectorToString(const std::vector<std::uint8_t> &bytes)
+{
+    return {reinterpret_cast<const char *>(bytes.data()), bytes.size()};
+}
 
 std::string Converter::toLogString(const std::string &text)
 {
@@ -28,8 +36,14 @@ std::string Converter::toLogString(const std::string &text)
 void Converter::eraseAllSubStr(std::string &text, const std::string &pattern)
 {
     if (pattern.empty()) return;
-    for (auto found = text.find(pattern); found != std::string::npos; found = text.find(pattern))
-        text.erase(found, pattern.size());
+    // What is kept holds no occurrence; one that the next character completes is the first of the whole text.
+    std::size_t kept = 0;
+    for (const char character : text) {
+        text[kept++] = character;
+        if (character == pattern.back() && std::string_view(text.data(), kept).ends_with(pattern))
+            kept -= pattern.size();
+    }
+    text.resize(kept);
 }
 
 std::string Converter::vectorToHexString(const std::vector<std::uint8_t> &bytes)

@@ -2,8 +2,8 @@
 
 #include "protocol/masterframe.h"
 #include "protocol/number.h"
+#include "protocol/pieces.h"
 
-#include <boost/algorithm/string.hpp>
 #include <stdexcept>
 
 const std::shared_ptr<MasterFrame> Data::lastSendFrame = std::make_shared<MasterFrame>();
@@ -14,7 +14,7 @@ void Data::insertField(Field field)
     fieldList.push_back(std::move(field));
 }
 
-void Data::insertField(char descriptor, const std::string &value) { insertField(Field(descriptor, value, Level0)); }
+void Data::insertField(char descriptor, std::string value) { insertField(Field(descriptor, std::move(value), Level0)); }
 
 bool Data::doesContain(char descriptor) const { return getFieldByDescriptorOrNull(descriptor).has_value(); }
 
@@ -23,23 +23,32 @@ boost::optional<const Field &> Data::getFieldByDescriptorOrNull(char descriptor)
     return findField(fieldList, descriptor);
 }
 
-std::string Data::parseSubListWithFirstSeparator() const
+std::string Data::parseSubListWithFirstSeparator() const { return withFields({}); }
+
+std::string Data::withFields(std::string start) const
 {
-    const char separator = Field::separatorMap.at(Level0);
-    return fieldList.empty() ? std::string() : separator + joinFields(fieldList, separator);
+    for (const Field &field : fieldList) {
+        start += Field::separators[Level0];
+        field.appendTo(start);
+    }
+    return start;
 }
 
-std::string MasterData::toString() const { return descriptor + parseSubListWithFirstSeparator(); }
+std::string MasterData::toString() const { return withFields(descriptor); }
 
-SlaveData::SlaveData(const std::string &dataText) { setDescriptorAndFields(dataText); }
+SlaveData::SlaveData(std::string_view dataText) { setDescriptorAndFields(dataText); }
 
-void SlaveData::setDescriptorAndFields(const std::string &dataText)
+void SlaveData::setDescriptorAndFields(std::string_view dataText)
 {
-    std::vector<std::string> pieces;
-    boost::split(pieces, dataText, boost::is_any_of(std::string(1, Field::separatorMap.at(Level0))));
-    if (!pieces.front().empty()) descriptor = parseInteger<int>(pieces.front());
-    for (auto piece = pieces.begin() + 1; piece != pieces.end(); ++piece)
-        if (!piece->empty()) insertField(Field(Level0, *piece));
+    const char separator = Field::separators[Level0];
+    const std::string_view status = dataText.substr(0, dataText.find(separator));
+    if (!status.empty()) descriptor = parseInteger<int>(status);
+
+    const std::string_view fields = dataText.substr(status.size());
+    fieldList.reserve(fieldList.size() + pieceCount(fields, separator));
+    forEachPiece(fields, separator, [this](std::string_view piece) {
+        if (!piece.empty()) fieldList.emplace_back(Level0, piece);
+    });
 }
 
-std::string SlaveData::toString() const { return std::to_string(descriptor) + parseSubListWithFirstSeparator(); }
+std::string SlaveData::toString() const { return withFields(std::to_string(descriptor)); }

@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 class MasterFrame;
@@ -18,7 +19,7 @@ public:
 
     /// Appends the field. Throws `std::invalid_argument` when the field is not at level 0.
     void insertField(Field field);
-    void insertField(char descriptor, const std::string &value);
+    void insertField(char descriptor, std::string value);
     bool doesContain(char descriptor) const;
     boost::optional<const Field &> getFieldByDescriptorOrNull(char descriptor) const;
     /// The fields' text, each field preceded by its separator.
@@ -28,6 +29,10 @@ public:
 
     /// A placeholder made when the program starts; it takes frame identifier 0, so the first command gets 1.
     static const std::shared_ptr<MasterFrame> lastSendFrame;
+
+protected:
+    /// `start`, then what `parseSubListWithFirstSeparator` returns.
+    std::string withFields(std::string start) const;
 };
 
 /// The data part of a command: a three-letter command descriptor.
@@ -47,10 +52,10 @@ class SlaveData : public Data
 public:
     SlaveData() = default;
     /// Throws as `setDescriptorAndFields`.
-    explicit SlaveData(const std::string &dataText);
+    explicit SlaveData(std::string_view dataText);
 
     /// Reads status and fields. Throws `boost::bad_lexical_cast` when the status is not a number.
-    void setDescriptorAndFields(const std::string &dataText);
+    void setDescriptorAndFields(std::string_view dataText);
     std::string toString() const override;
 
     int descriptor = 0;

@@ -1,12 +1,13 @@
 #include "protocol/field.h"
 
 #include "protocol/number.h"
+#include "protocol/pieces.h"
 
-#include <array>
-#include <boost/algorithm/string.hpp>
+#include <algorithm>
 #include <stdexcept>
 
-const std::map<FieldLevel, char> Field::separatorMap{{Level0, '\x1D'}, {Level1, '\x1E'}, {Level2, '\x1F'}};
+const std::map<FieldLevel, char> Field::separatorMap{
+    {Level0, separators[Level0]}, {Level1, separators[Level1]}, {Level2, separators[Level2]}};
 
 Field::Field(char fieldDescriptor, FieldLevel fieldLevel) : descriptor(fieldDescriptor), level(fieldLevel) {}
 
@@ -14,10 +15,9 @@ Field::Field(char fieldDescriptor, std::string fieldValue, FieldLevel fieldLevel
     : descriptor(fieldDescriptor), value(std::move(fieldValue)), level(fieldLevel)
 {}
 
-Field::Field(char fieldDescriptor, int number, FieldLevel fieldLevel) : Field(fieldDescriptor, fieldLevel)
-{
-    insertIntValue(number);
-}
+Field::Field(char fieldDescriptor, int number, FieldLevel fieldLevel)
+    : Field(fieldDescriptor, std::to_string(number), fieldLevel)
+{}
 
 Field::Field(char fieldDescriptor, double number, FieldLevel fieldLevel) : Field(fieldDescriptor, fieldLevel)
 {
@@ -29,7 +29,7 @@ Field::Field(char fieldDescriptor, Field subfield, FieldLevel fieldLevel) : Fiel
     insertSubField(std::move(subfield));
 }
 
-Field::Field(FieldLevel fieldLevel, const std::string &text) : descriptor(text.front()), level(fieldLevel)
+Field::Field(FieldLevel fieldLevel, std::string_view text) : descriptor(text.front()), level(fieldLevel)
 {
     if (hasSubfield(text))
         addSubfieldFromParsedField(text.substr(1));
@@ -49,24 +49,26 @@ void Field::insertSubField(Field subfield)
     subfields.push_back(std::move(subfield));
 }
 
-void Field::insertSubField(char subDescriptor) { insertSubField(Field(subDescriptor, sublevel())); }
-
-void Field::insertSubField(char subDescriptor, const std::string &subValue)
+template <typename... Content>
+void Field::makeSubField(Content &&...content)
 {
-    insertSubField(Field(subDescriptor, subValue, sublevel()));
+    requireSublevel();
+    if (subfields.empty()) subfields.reserve(4);  // what most fields need: no growing step by step
+    subfields.emplace_back(std::forward<Content>(content)..., sublevel());
 }
 
-void Field::insertSubField(char subDescriptor, int subValue)
+void Field::insertSubField(char subDescriptor) { makeSubField(subDescriptor); }
+
+void Field::insertSubField(char subDescriptor, std::string subValue)
 {
-    insertSubField(Field(subDescriptor, subValue, sublevel()));
+    makeSubField(subDescriptor, std::move(subValue));
 }
 
-void Field::insertSubField(char subDescriptor, double subValue)
-{
-    insertSubField(Field(subDescriptor, subValue, sublevel()));
-}
+void Field::insertSubField(char subDescriptor, int subValue) { makeSubField(subDescriptor, subValue); }
 
-void Field::insertSubField(const std::string &text) { insertSubField(Field(sublevel(), text)); }
+void Field::insertSubField(char subDescriptor, double subValue) { makeSubField(subDescriptor, subValue); }
+
+void Field::insertSubField(std::string_view text) { insertSubField(Field(sublevel(), text)); }
 
 Field &Field::operator+=(const Field &subfield)
 {
@@ -85,18 +87,24 @@ void Field::insertDoubleValue(double number)
     if (const auto point = value.find('.'); point != std::string::npos) value[point] = ',';
 }
 
-void Field::setDescriptor(const std::string &text)
+void Field::setDescriptor(std::string_view text)
 {
     if (!text.empty()) descriptor = text.front();
 }
 
-void Field::setValueFromParsed(const std::string &text) { value = text.empty() ? text : text.substr(1); }
+void Field::setValueFromParsed(std::string_view text) { value = text.substr(text.empty() ? 0 : 1); }
 
 std::string Field::toString() const
 {
-    std::string text(1, descriptor);
-    appendValuePart(text);
+    std::string text;
+    appendTo(text);
     return text;
+}
+
+void Field::appendTo(std::string &text) const
+{
+    text += descriptor;
+    appendValuePart(text);
 }
 
 std::string Field::getValuePart() const
@@ -110,18 +118,10 @@ std::string Field::parseSubField() const { return subfields.empty() ? std::strin
 
 void Field::appendValuePart(std::string &text) const
 {
-    if (subfields.empty())
-        text += value;
-    else
-        appendJoined(text, subfields, separatorMap.at(sublevel()));
-}
-
-void Field::appendJoined(std::string &text, const std::vector<Field> &fields, char separator)
-{
-    for (const Field &field : fields) {
-        if (&field != &fields.front()) text += separator;
-        text += field.descriptor;
-        field.appendValuePart(text);
+    if (subfields.empty()) text += value;
+    for (const Field &subfield : subfields) {
+        if (&subfield != &subfields.front()) text += separators[sublevel()];
+        subfield.appendTo(text);
     }
 }
 
@@ -129,7 +129,8 @@ int Field::intValue() const { return parseInteger<int>(value); }
 
 double Field::doubleValue() const
 {
-    const std::string text = boost::replace_all_copy(value, ",", ".");
+    std::string text = value;
+    std::ranges::replace(text, ',', '.');
     // The lexical cast reads numbers by the global locale; it is left its own spellings of infinity and not-a-number.
     if (text.find_first_not_of("+-.0123456789eE") != std::string::npos) return boost::lexical_cast<double>(text);
     const char *const start = text.data() + (text.starts_with('+') && !text.starts_with("+-") ? 1 : 0);
@@ -159,18 +160,19 @@ boost::optional<const Field &> Field::getSubfieldByDescriptorOrNull(char subDesc
 
 bool Field::doesContain(char subDescriptor) const { return (*this)[subDescriptor].has_value(); }
 
-bool Field::hasSubfield(const std::string &text) const
+bool Field::hasSubfield(std::string_view text) const
 {
-    return level < Level2 && text.find(separatorMap.at(sublevel())) != std::string::npos;
+    return level < Level2 && text.find(separators[sublevel()]) != std::string_view::npos;
 }
 
-void Field::addSubfieldFromParsedField(const std::string &text)
+void Field::addSubfieldFromParsedField(std::string_view text)
 {
     requireSublevel();
-    std::vector<std::string> pieces;
-    boost::split(pieces, text, boost::is_any_of(std::string(1, separatorMap.at(sublevel()))));
-    for (const std::string &piece : pieces)
-        if (!piece.empty()) insertSubField(piece);
+    const char separator = separators[sublevel()];
+    subfields.reserve(subfields.size() + pieceCount(text, separator));
+    forEachPiece(text, separator, [this](std::string_view piece) {
+        if (!piece.empty()) subfields.emplace_back(sublevel(), piece);
+    });
 }
 
 boost::optional<const Field &> findField(const std::vector<Field> &fields, char descriptor)
@@ -178,11 +180,4 @@ boost::optional<const Field &> findField(const std::vector<Field> &fields, char 
     for (const Field &field : fields)
         if (field.getDescriptor() == descriptor) return field;
     return boost::none;
-}
-
-std::string joinFields(const std::vector<Field> &fields, char separator)
-{
-    std::string text;
-    Field::appendJoined(text, fields, separator);
-    return text;
 }

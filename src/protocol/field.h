@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <boost/optional.hpp>
 #include <map>
 #include <string>
@@ -24,7 +25,7 @@ public:
     /// Throws as `insertSubField(Field)`.
     Field(char fieldDescriptor, Field subfield, FieldLevel fieldLevel);
     /// Parses the text of one field, descriptor first. The text must not be empty.
-    Field(FieldLevel fieldLevel, const std::string &text);
+    Field(FieldLevel fieldLevel, std::string_view text);
     virtual ~Field() = default;
     Field(const Field &) = default;
     Field(Field &&) = default;
@@ -35,20 +36,20 @@ public:
     /// deeper.
     void insertSubField(Field subfield);
     void insertSubField(char subDescriptor);
-    void insertSubField(char subDescriptor, const std::string &subValue);
+    void insertSubField(char subDescriptor, std::string subValue);
     void insertSubField(char subDescriptor, int subValue);
     void insertSubField(char subDescriptor, double subValue);
     /// Parses the text of a field one level deeper and appends it.
-    void insertSubField(const std::string &text);
+    void insertSubField(std::string_view text);
     Field &operator+=(const Field &subfield);
 
     void insertIntValue(int number);
     /// Stores the number with exactly two decimals and a comma.
     void insertDoubleValue(double number);
     /// Takes the first character of the text; an empty text changes nothing.
-    void setDescriptor(const std::string &text);
+    void setDescriptor(std::string_view text);
     /// Takes the text without its first character.
-    void setValueFromParsed(const std::string &text);
+    void setValueFromParsed(std::string_view text);
 
     char getDescriptor() const { return descriptor; }
     FieldLevel getLevel() const { return level; }
@@ -56,6 +57,8 @@ public:
 
     /// Descriptor and value part.
     std::string toString() const;
+    /// Appends what `toString` returns.
+    void appendTo(std::string &text) const;
     /// The value, or the sub-fields' texts if there are any; without this field's descriptor.
     std::string getValuePart() const;
     /// The sub-fields' texts, joined with the separator of their level.
@@ -73,20 +76,22 @@ public:
     bool doesContain(char subDescriptor) const;
 
     /// Whether a text parsed at this field's level has sub-fields.
-    bool hasSubfield(const std::string &text) const;
+    bool hasSubfield(std::string_view text) const;
     /// Splits a text into the texts of sub-fields, empty pieces left out, and appends each.
-    void addSubfieldFromParsedField(const std::string &text);
+    void addSubfieldFromParsedField(std::string_view text);
 
     /// The separator written before (level 0) or between (levels 1 and 2) fields of a level.
+    static constexpr std::array<char, 3> separators{'\x1D', '\x1E', '\x1F'};
     static const std::map<FieldLevel, char> separatorMap;
 
 private:
     FieldLevel sublevel() const { return static_cast<FieldLevel>(level + 1); }
     /// Throws for a field of level 2, below which there is none.
     void requireSublevel() const;
+    /// Appends a sub-field made of descriptor and value.
+    template <typename... Content>
+    void makeSubField(Content &&...content);
     void appendValuePart(std::string &text) const;
-    static void appendJoined(std::string &text, const std::vector<Field> &fields, char separator);
-    friend std::string joinFields(const std::vector<Field> &fields, char separator);
 
     std::vector<Field> subfields;
     char descriptor;
@@ -96,6 +101,3 @@ private:
 
 /// The first field with that descriptor, if any.
 boost::optional<const Field &> findField(const std::vector<Field> &fields, char descriptor);
-
-/// The fields' texts, joined with `separator`.
-std::string joinFields(const std::vector<Field> &fields, char separator);

@@ -25,17 +25,12 @@ boost::optional<const Field &> Frame::operator[](const char &descriptor) const
 
 std::string Frame::checkedText() const { return header->toString() + headerEnd + data->toString(); }
 
-static std::string checksumOf(const std::string &text)
-{
-    return toHex(Crc16::calculate(Converter::stringToVector(text)), 4);
-}
-
-std::string Frame::checksum() const { return checksumOf(checkedText()); }
+std::string Frame::checksum() const { return toHex(Crc16::ofText(checkedText()), 4); }
 
 std::string Frame::toString() const
 {
     const std::string text = checkedText();
-    return startByte + text + checksumOf(text) + endByte;
+    return startByte + text + toHex(Crc16::ofText(text), 4) + endByte;
 }
 
 std::vector<std::uint8_t> Frame::toByteArray() const { return Converter::stringToVector(toString()); }

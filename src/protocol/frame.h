@@ -30,7 +30,7 @@ public:
 
     /// Appends a top-level field. Throws `std::invalid_argument` when the field is not at level 0.
     void addField(Field field) { data->insertField(std::move(field)); }
-    void addField(char descriptor, const std::string &value) { data->insertField(descriptor, value); }
+    void addField(char descriptor, std::string value) { data->insertField(descriptor, std::move(value)); }
     void addField(char descriptor, int value) { data->insertField(Field(descriptor, value, Level0)); }
     Frame &operator+=(const Field &field);
 

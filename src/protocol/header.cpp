@@ -1,10 +1,9 @@
 #include "protocol/header.h"
 
 #include "protocol/number.h"
+#include "protocol/pieces.h"
 
 #include <array>
-#include <boost/algorithm/string.hpp>
-#include <vector>
 
 unsigned long long Header::nextFrameNumber = 0;
 
@@ -12,18 +11,16 @@ Header::Header() : frameID(nextFrameNumber++) {}
 
 Header::Header(unsigned long long id) : frameID(id) {}
 
-Header::Header(const std::string &text) : frameID(0) { deparseHeader(text); }
+Header::Header(std::string_view text) : frameID(0) { deparseHeader(text); }
 
-void Header::deparseHeader(const std::string &text)
+void Header::deparseHeader(std::string_view text)
 {
-    const auto number = [](const std::string &piece) {
+    const auto number = [](std::string_view piece) {
         return piece.empty() ? 0 : parseInteger<unsigned long long>(piece);
     };
-    std::vector<std::string> pieces;
-    boost::split(pieces, text, boost::is_any_of(std::string(1, separator)));
-    for (std::size_t element = 0; element < pieces.size(); ++element) {
-        const std::string &piece = pieces[element];
-        switch (element) {
+    int element = 0;
+    forEachPiece(text, separator, [&](std::string_view piece) {
+        switch (element++) {
         case 0:
             frameID = number(piece);
             break;
@@ -46,9 +43,9 @@ void Header::deparseHeader(const std::string &text)
             sender = piece;
             break;
         default:
-            return;
+            break;
         }
-    }
+    });
 }
 
 int Header::lastNonDefaultElement() const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 /// The header of a frame: its identifier and six further elements, of which only those up to the last one that differs
 /// from its default are written.
@@ -11,12 +12,12 @@ public:
     Header();
     explicit Header(unsigned long long id);
     /// Identifier 0 and all defaults, then what the text sets. Throws as `deparseHeader`.
-    explicit Header(const std::string &text);
+    explicit Header(std::string_view text);
     virtual ~Header() = default;
 
     /// Sets the elements that the text holds; an empty number is 0, elements beyond the seventh are ignored. Throws
     /// `boost::bad_lexical_cast` when a numeric element is not a number.
-    void deparseHeader(const std::string &text);
+    void deparseHeader(std::string_view text);
 
     /// The highest element number, 1 to 6, whose value differs from its default; 0 if none does.
     int lastNonDefaultElement() const;

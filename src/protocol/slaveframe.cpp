@@ -4,11 +4,13 @@
 #include "protocol/crc16.h"
 #include "protocol/failure.h"
 
-#include <boost/algorithm/string.hpp>
+#include <algorithm>
 
 namespace {
 
 constexpr std::size_t trailerLength = 5;  // four checksum digits and the end byte
+
+char upperCase(char digit) { return digit >= 'a' && digit <= 'f' ? static_cast<char>(digit - 'a' + 'A') : digit; }
 
 }  // namespace
 
@@ -27,13 +29,15 @@ int SlaveFrame::status() const { return data ? static_cast<const SlaveData &>(*d
 bool SlaveFrame::isCheckSumFromParsedFrameCorrect(const std::vector<std::uint8_t> &bytes)
 {
     if (bytes.size() <= trailerLength) return false;
-    const auto digits = bytes.end() - trailerLength;
-    const std::string received = boost::to_upper_copy(std::string(digits, digits + 4), std::locale::classic());
-    return received == toHex(Crc16::calculate({bytes.begin() + 1, digits}), 4);
+    const std::string_view frame(reinterpret_cast<const char *>(bytes.data()), bytes.size());
+    const std::string_view checked = frame.substr(1, frame.size() - trailerLength - 1);
+    const std::string_view digits = frame.substr(frame.size() - trailerLength, 4);
+    return std::ranges::equal(digits, toHex(Crc16::ofText(checked), 4), {}, upperCase);
 }
 
 void SlaveFrame::setData(const std::string &frameText)
 {
     const std::size_t start = frameText.find(headerEnd, 1) + 1;
-    data = std::make_shared<SlaveData>(frameText.substr(start, frameText.size() - trailerLength - start));
+    data = std::make_shared<SlaveData>(
+        std::string_view(frameText).substr(start, frameText.size() - trailerLength - start));
 }

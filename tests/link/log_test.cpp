@@ -1,11 +1,12 @@
 #include "link/connection.h"
+#include "link/trafficlog.h"
 #include "support/outcome.h"
 #include "support/scriptedport.h"
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFile>
 #include <QRegularExpression>
+#include <QTemporaryDir>
 
 #include <csignal>
 #include <gtest/gtest.h>
@@ -15,25 +16,27 @@ namespace {
 
 QStringList debugOutput;
 
-/// Collects the debug output and starts with no log file.
-class TrafficLog : public testing::Test
+/// Collects the debug output and starts with no log file beside the program.
+class Log : public testing::Test
 {
 protected:
-    TrafficLog() { file.remove(); }
-    ~TrafficLog() override
+    Log() { QFile::remove(usual); }
+    ~Log() override
     {
         Connection::enableLog = false;
         qInstallMessageHandler(previous);
-        file.remove();
+        QFile::remove(usual);
         debugOutput.clear();
     }
 
-    QString fileContent()
+    QString content(const QString &name = "log.txt") const
     {
+        QFile file(QDir(folder.path()).filePath(name));
         return file.open(QIODevice::ReadOnly) ? QString::fromLatin1(file.readAll()) : QStringLiteral("no file");
     }
 
-    QFile file{QCoreApplication::applicationDirPath() + "/log.txt"};
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("log.txt"), usual = QCoreApplication::applicationDirPath() + "/log.txt";
     const QtMessageHandler previous =
         qInstallMessageHandler([](QtMsgType, const QMessageLogContext &context, const QString &text) {
             if (qstrcmp(context.category, "default") == 0) debugOutput << text;
@@ -42,12 +45,16 @@ protected:
 
 }  // namespace
 
-TEST_F(TrafficLog, HoldsWhatWasSentAndReceived)
+TEST_F(Log, TellsWhatWasSentAndReceivedWhileOn)
 {
     const ScriptedPort port({buildFrame("7", "0\x1D%%ss%s")});
-    Connection connection(QString::fromStdString(port.location()), 2000);
+    const PseudoTerminal nobodyReads;
+    Connection connection(QString::fromStdString(port.location()), 2000),
+        stuck(QString::fromStdString(nobodyReads.location()), 100);
     std::string answer;
+    Connection::log(Connection::FrameDirection::Received, "while off");
     Connection::enableLog = true;
+    EXPECT_EQ(failureOf([&] { stuck << std::string(200000, 'x'); }), "Sending timeout");
     connection << buildFrame("7", "RMI");
     connection >> answer;
     ASSERT_EQ(debugOutput.size(), 2);
@@ -56,48 +63,60 @@ TEST_F(TrafficLog, HoldsWhatWasSentAndReceived)
         received(moment + "<< <STX>7<FS>0<GS>281D<ETX>$");
     EXPECT_TRUE(sent.match(debugOutput[0]).hasMatch()) << qPrintable(debugOutput[0]);
     EXPECT_TRUE(received.match(debugOutput[1]).hasMatch()) << qPrintable(debugOutput[1]);
-    EXPECT_EQ(fileContent(), debugOutput[0] + "\r\n" + debugOutput[1] + "\r\n");
+    EXPECT_EQ(content(usual), debugOutput[0] + "\r\n" + debugOutput[1] + "\r\n");
 }
 
-TEST_F(TrafficLog, IsEmptyWhenOffAndForWhatWasNotSent)
+TEST_F(Log, GoesToTheUsersFolderWhereTheProgramsIsReadOnly)
 {
-    Connection::log(Connection::FrameDirection::Received, "text");
-    Connection::enableLog = true;
-    const PseudoTerminal nobodyReads;
-    Connection connection(QString::fromStdString(nobodyReads.location()), 100);
-    EXPECT_EQ(failureOf([&] { connection << std::string(200000, 'x'); }), "Sending timeout");
-    EXPECT_EQ(debugOutput, QStringList());
-    EXPECT_EQ(fileContent(), "no file");
+    const QString users = folder.filePath("not/there/yet");
+    TrafficLog log({folder.path(), users});
+    ASSERT_TRUE(QDir().mkdir(path));  // refuses the superuser too
+    log.write("elsewhere");
+    ASSERT_TRUE(QDir().rmdir(path));
+    log.write("back");
+    EXPECT_EQ(content(), "back\r\n");
+    EXPECT_EQ(content(users + "/log.txt"), "elsewhere\r\n");
+    EXPECT_EQ(debugOutput, (QStringList{"elsewhere", "back"}));
+    qputenv("XDG_DATA_HOME", "/data");
+    EXPECT_EQ(TrafficLog::usualFolders(), (QStringList{QCoreApplication::applicationDirPath(), "/data/test_link"}));
 }
 
-TEST_F(TrafficLog, DoesWithoutAFileThatCannotBeWritten)
+TEST_F(Log, HasWholeLinesOnlyWhenTheDiskFillsUp)
 {
-    Connection::enableLog = true;
-    for (const char *target : {"/dev/full", "/no/such/directory/log.txt"}) {
-        ASSERT_TRUE(QFile::link(target, file.fileName()));
-        Connection::log(Connection::FrameDirection::Sent, "text");
-        file.remove();
-    }
-    ASSERT_TRUE(QDir().mkdir(file.fileName()));  // refuses the superuser too
-    Connection::log(Connection::FrameDirection::Sent, "text");
-    ASSERT_TRUE(QDir().rmdir(file.fileName()));
-    EXPECT_EQ(debugOutput.filter("]: PC >> text").size(), 3);
-}
-
-TEST_F(TrafficLog, HoldsWholeLinesOnlyWhenTheDiskFillsUp)
-{
-    Connection::enableLog = true;
-    const std::string longText(30000, 'x');
-    Connection::log(Connection::FrameDirection::Sent, longText);
+    TrafficLog log({folder.path()});
+    log.hold();
+    log.write(std::string(30000, 'x'));
     rlimit before{};
     getrlimit(RLIMIT_FSIZE, &before);
     const auto previousHandler = std::signal(SIGXFSZ, SIG_IGN);
     const rlimit full{40000, before.rlim_max};  // bytes: the second line ends in its middle
     setrlimit(RLIMIT_FSIZE, &full);
-    Connection::log(Connection::FrameDirection::Received, longText);
+    log.write(std::string(30000, 'y'));
     setrlimit(RLIMIT_FSIZE, &before);
     std::signal(SIGXFSZ, previousHandler);
-    Connection::log(Connection::FrameDirection::Received, "after");
+    log.write("after");
     ASSERT_EQ(debugOutput.size(), 3);
-    EXPECT_EQ(fileContent(), debugOutput[0] + "\r\n" + debugOutput[2] + "\r\n");
+    EXPECT_EQ(content(), debugOutput[0] + "\r\nafter\r\n");
+}
+
+TEST_F(Log, KeepsOneGenerationOfAFullFile)
+{
+    for (const bool held : {false, true}) {
+        QFile::remove(path);
+        TrafficLog log({folder.path()}, 12), otherEditor({folder.path()}, 12);
+        if (held) log.hold();
+        for (const char *line : {"longer than a file", "22", "333", "4444", "55"})
+            log.write(line);
+        otherEditor.write("6");
+        EXPECT_EQ(content("log.1.txt"), "4444\r\n55\r\n");
+        log.write("7777");
+        EXPECT_EQ(content(), "6\r\n7777\r\n") << "the other editor's file is moved, held: " << held;
+        for (const char *line : {"8", "9", "0"}) {
+            QFile::remove(path);
+            log.write(line);
+        }
+        if (held) log.release();
+        log.write("10");
+        EXPECT_EQ(content(), held ? "10\r\n" : "0\r\n10\r\n");
+    }
 }

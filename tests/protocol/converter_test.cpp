@@ -1,8 +1,10 @@
 #include "protocol/converter.h"
 #include "protocol/crc16.h"
+#include "support/outcome.h"
 #include "support/wire.h"
 
 #include <gtest/gtest.h>
+#include <random>
 
 using namespace std::string_literals;
 
@@ -37,9 +39,20 @@ TEST(Converter, ShowsControlBytesInTheLog)
 
 TEST(Converter, ErasesAPatternUntilNoneIsLeft)
 {
-    const std::array<std::string, 3> cases[] = {{"aabb", "ab", ""}, {"x%%ssy%s", "%s", "xy"}, {"as is", "", "as is"}};
-    for (auto [text, pattern, left] : cases) {
-        Converter::eraseAllSubStr(text, pattern);
-        EXPECT_EQ(text, left);
+    std::mt19937 random(1);
+    for (int round = 0; round < 2000; ++round) {
+        std::string text(12, 'a');
+        const std::string pattern = std::string("abaab").substr(random() % 5, random() % 4);
+        for (char &character : text)
+            character = "ab"[random() % 2];
+        std::string erased = text, left = text;
+        Converter::eraseAllSubStr(erased, pattern);
+        // The definition: the first occurrence goes, then the search starts over.
+        for (std::size_t found; !pattern.empty() && (found = left.find(pattern)) != std::string::npos;)
+            left.erase(found, pattern.size());
+        EXPECT_EQ(erased, left) << pattern << " in " << text;
     }
+    std::string nested = std::string(32000, '%') + std::string(32000, 's');
+    EXPECT_LT(millisecondsOf([&nested] { Converter::eraseAllSubStr(nested, "%s"); }), 500);
+    EXPECT_EQ(nested, "");
 }

@@ -45,6 +45,7 @@ TEST(Field, RefusesWrongLevelsAndStaysAsItWas)
     };
     EXPECT_EQ(refusal(Level2, Level2), "za glebokie pole");
     Field deepest('A', Level2);
+    EXPECT_THROW(deepest.insertSubField('a', 5), std::invalid_argument);
     EXPECT_THROW(deepest.insertSubField(std::string("a5")), std::invalid_argument);
     EXPECT_THROW(deepest.addSubfieldFromParsedField("a5"), std::invalid_argument);
     EXPECT_EQ(refusal(Level0, Level2), "Niepoprawny poziom pola");

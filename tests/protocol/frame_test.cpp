@@ -26,6 +26,7 @@ TEST(Header, ReadsElementsAndWritesNoneAfterTheLastThatIsNotDefault)
         {"", "0"},
         {"1742|All|1|1|NDT||", "1742"},
         {"17|Me|1", "17|Me"},
+        {"17||2", "17||2"},
         {"17|||5", "17||0|5"},
         {"17|All|1|1|", "17|All|1|1|"},
         {"17|All|1|1|NDT|D", "17|All|1|1|NDT|D"},
@@ -108,7 +109,7 @@ TEST(SlaveFrame, RefusesWhatIsNoFrame)
 {
     for (const char *tooShort : {"", "02 30 30 30 03"})
         EXPECT_EQ(failureOf([&] { SlaveFrame{hexBytes(tooShort)}; }), "Incorrect Checksum");
-    for (const char *noHeaderEnd : {"02 30 30 30 30 03", "02 31 44 41 33 31 35 03"})
+    for (const char *noHeaderEnd : {"02 30 30 30 30 03", "02 31 44 41 33 31 35 03", "02 31 44 41 33 31 35 1C"})
         EXPECT_EQ(failureOf([&] { SlaveFrame{hexBytes(noHeaderEnd)}; }), "Frame without header end");
     for (const char *numberIsX : {"02 78 1C 30 43 44 38 38 03", "02 37 1C 78 32 43 42 39 03"})
         EXPECT_THROW(SlaveFrame{hexBytes(numberIsX)}, boost::bad_lexical_cast) << numberIsX;
