@@ -45,7 +45,7 @@ QSerialPort &Connection::existingPort() const
 void Connection::openConnection()
 {
     QSerialPort &serial = existingPort();
-    if (!serial.open(QIODevice::ReadWrite)) fail("Receiving timeout");
+    if (!serial.open(QIODevice::ReadWrite)) fail(receivingTimeout);
     serial.flush();
     // An answer that came after its timeout still lies in the system's buffer; it must not pass for the next one.
     serial.clear(QSerialPort::Input);
@@ -56,10 +56,10 @@ void Connection::closeConnection()
     if (port && port->isOpen()) port->close();
 }
 
-void Connection::closeAndFail()
+void Connection::closeAndFail(const char *message)
 {
     closeConnection();
-    fail("Receiving timeout");
+    fail(message);
 }
 
 Connection::Hold::Hold(Connection &heldConnection) : connection(heldConnection)
@@ -130,7 +130,7 @@ std::string Connection::getFrameFromStream()
     }
     if (first == Frame::startByte) frame += first;
     for (char byte = getCharWithTimeout(); byte != '\0'; byte = getCharWithTimeout()) {
-        if (frame.size() == maxFrameLength) closeAndFail();
+        if (frame.size() == maxFrameLength) closeAndFail("The unit's answer is too long");
         frame += byte;
         if (byte == Frame::endByte) break;
     }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "protocol/failure.h"
+
 #include <atomic>
 #include <cstdint>
 #include <memory>
@@ -63,8 +65,9 @@ public:
 
     /// Reads one frame, 0x02 through 0x03, and ends the exchange. Bytes before 0x02 are dropped. A zero byte ends the
     /// search for 0x02, or the frame, and is not part of it. Fails with "Receiving timeout" when no answer begins, the
-    /// next byte does not come, the port breaks, more than 64 bytes before 0x02 have taken more than one timeout, the
-    /// frame exceeds `maxFrameLength` bytes or the thread is asked to stop.
+    /// next byte does not come, the port breaks, more than 64 bytes before 0x02 have taken more than one timeout or the
+    /// thread is asked to stop; with another message when the frame exceeds `maxFrameLength` bytes, since the unit is
+    /// there.
     std::string getFrameFromStream();
     Connection &operator>>(std::string &frame);
 
@@ -87,7 +90,7 @@ private:
     QSerialPort &existingPort() const;
     void beginExchange();
     void endExchange();
-    [[noreturn]] void closeAndFail();
+    [[noreturn]] void closeAndFail(const char *message = receivingTimeout);
 
     std::shared_ptr<QSerialPort> port;
     std::uint32_t timeout;

@@ -56,7 +56,7 @@ TEST(Connection, CutsOneFrameOutOfWhatArrives)
     }
     const ScriptedPort port({longest.insert(1, 1, 'x')});
     Connection connection = connectionTo(port.location());
-    EXPECT_EQ(failureOn(connection), timedOut);
+    EXPECT_EQ(failureOn(connection), "The unit's answer is too long");
 }
 
 TEST(Connection, WaitsForEachByteNotForTheWholeAnswer)
