@@ -21,6 +21,9 @@
 #include <functional>
 #include <gtest/gtest.h>
 
+// NOLINTNEXTLINE(readability-identifier-naming): the name that failing comparisons look for
+inline void PrintTo(const QString &text, std::ostream *out) { *out << '"' << text.toStdString() << '"'; }
+
 using Requests = std::vector<std::string>;
 
 /// The real main window with a virtual unit behind a pseudo-terminal. A dialog that no test expects fails it at once.

@@ -67,13 +67,11 @@ protected:
     int expectPlainDialog(const QString &table, int row, int column)
     {
         int shown = 0;
-        QTimer::singleShot(50, [&shown] {
-            auto *const dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
-            if (!dialog) return;
-            shown = expectPlain(*dialog);
-            dialog->reject();
+        onDialog([&shown](QWidget &dialog) {
+            shown = expectPlain(dialog);
+            static_cast<QDialog &>(dialog).reject();
         });
-        cell<QPushButton>(table, row, column).click();
+        clickCell(table, row, column);
         return shown;
     }
 };

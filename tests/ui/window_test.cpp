@@ -1,0 +1,257 @@
+#include "link/connection.h"
+#include "ui/dialogs/aboutwindow.h"
+#include "ui/dialogs/installdriverswindow.h"
+#include "ui/dialogs/midieditorwindow.h"
+#include "ui/editor.h"
+
+#include <QDesktopServices>
+#include <QMenu>
+#include <QTextBrowser>
+
+namespace {
+
+class Window : public Editor
+{
+protected:
+    Window()
+    {
+        unit.alter([](UnitMemory &memory) { memory.deviceInfo.firmwareMajor = 7; });
+    }
+    static Requests all(const std::string &start, int first, int last)
+    {
+        Requests expected;
+        for (int number = first; number <= last; ++number)
+            expected.push_back(start + std::to_string(number));
+        return expected;
+    }
+    void loseUnit()
+    {
+        unit.unplug();
+        click("pushButton_settingsTab");
+        ASSERT_TRUE(becomes([this] { return !isConnected(); }));
+    }
+    void findUnit()
+    {
+        unit.plugIn();
+        ASSERT_TRUE(becomes([this] { return isConnected() && settles(); }));
+    }
+    QImage icon(const char *button) const { return find<QPushButton>(button).icon().pixmap(36, 36).toImage(); }
+};
+
+const struct
+{
+    const char *button;
+    const char *page;
+    int x, width;
+} pages[] = {{"pushButton_settingsTab", "widget_settings", 12, 100},
+             {"pushButton_presetsTab", "widget_presets", 118, 100},
+             {"pushButton_midiDevicesTab", "tableWidget_midiDevices", 224, 100},
+             {"pushButton_midiMidiIn", "widget_midiIn", 330, 100},
+             {"pushButton_midiExpressionPedal", "widget_expressionPedal", 436, 141},
+             {"pushButton_midiSwitchOut", "widget_switchOut", 583, 100},
+             {"pushButton_previewTab", "widget_preview", 689, 100}};
+const char *const subTabs[][2] = {{"pushButton_footswitchFunctionTab", "tableWidget_footswitchFunction"},
+                                  {"pushButton_loopsTab", "tableWidget_loops"},
+                                  {"pushButton_switchTab", "tableWidget_switch"},
+                                  {"pushButton_midiTab", "tableWidget_midi"},
+                                  {"pushButton_wahPads", "tableWidget_wahPads"}};
+
+/// Every visible child lies inside its parent, and no two siblings of a layered window overlap.
+void expectTidy(const QWidget &parent)
+{
+    const auto children = parent.findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
+    for (const QWidget *const child : children) {
+        if (!child->isVisible() || child->isWindow()) continue;
+        EXPECT_TRUE(parent.rect().contains(child->geometry())) << child->objectName().toStdString();
+        for (const QWidget *const other : children) {
+            if (other == child || !other->isVisible() || other->isWindow()) continue;
+            EXPECT_FALSE(child->geometry().intersects(other->geometry()))
+                << child->objectName().toStdString() << " and " << other->objectName().toStdString();
+        }
+    }
+}
+
+}  // namespace
+
+TEST_F(Window, ShowsTheUnitItsPagesAndOneOfTheirButtonsLit)
+{
+    const QString lit = "background-color: #525051", dark = "background-color: #404042";
+    EXPECT_EQ(window.windowTitle(), "KORA");
+    EXPECT_EQ(window.windowFlags(), Qt::WindowFlags(0x2001801));
+    EXPECT_EQ(window.size(), QSize(1322, 709));
+    EXPECT_TRUE(find<QLabel>("label_deviceFirmware").text().startsWith("FIRMWARE 7."));
+    EXPECT_TRUE(find<QWidget>("tableWidget_footswitchFunction").isVisible());
+    EXPECT_TRUE(find<QPushButton>("pushButton_presetsTab").styleSheet().contains(lit));
+    for (const auto &page : pages) {
+        click(page.button);
+        requests();
+        EXPECT_EQ(find<QWidget>(page.button).geometry(), QRect(page.x, 90, page.width, 36));
+        expectTidy(*window.centralWidget());
+        expectTidy(find<QWidget>(page.page));
+        for (const auto &other : pages) {
+            EXPECT_EQ(find<QWidget>(other.page).isVisible(), other.page == page.page) << page.page << other.page;
+            EXPECT_TRUE(find<QPushButton>(other.button).styleSheet().contains(other.page == page.page ? lit : dark));
+            EXPECT_EQ(find<QWidget>(other.page).geometry(), QRect(12, 130, 1298, 567));
+        }
+    }
+    click("pushButton_presetsTab");
+    for (const auto &[button, table] : subTabs) {
+        click(button);
+        expectTidy(find<QWidget>("widget_presets"));
+        for (const auto &[otherButton, otherTable] : subTabs) {
+            EXPECT_EQ(find<QWidget>(otherTable).isVisible(), otherTable == table) << table << otherTable;
+            EXPECT_TRUE(find<QPushButton>(otherButton).styleSheet().contains(otherTable == table ? lit : dark));
+        }
+    }
+}
+
+TEST_F(Window, AsksForWhatAPageShowsWhileConnected)
+{
+    const Requests devices = all("RMD|A", 1, 10);
+    Requests pedal = devices;
+    pedal.emplace_back("REP");
+    const std::pair<const char *, Requests> expected[] = {
+        {"pushButton_presetsTab", {}},
+        {"pushButton_settingsTab", {"ROS"}},
+        {"pushButton_previewTab", {}},
+        {"pushButton_midiMidiIn", {"RMI"}},
+        {"pushButton_midiExpressionPedal", pedal},
+        {"pushButton_midiDevicesTab", devices},
+        {"pushButton_midiSwitchOut", {"RSO"}},
+    };
+    for (const auto &[button, asked] : expected) {
+        click(button);
+        EXPECT_EQ(requests(), asked) << button;
+    }
+    const QImage connectedIcon = icon("pushButton_connection");
+    loseUnit();
+    taken();
+    EXPECT_NE(icon("pushButton_connection"), connectedIcon);
+    EXPECT_EQ(status() + find<QLabel>("label_deviceFirmware").text(), "DEVICE DISCONNECTED");
+    for (const auto &page : expected)
+        click(page.first);
+    click("pushButton_settingsTab");
+    onDialog([](QWidget &help) { dynamic_cast<InstallDriversWindow &>(help).close(); });
+    click("pushButton_connection");
+
+    unit.alter([](UnitMemory &memory) {
+        memory.settings.wahPad1 = WahPadSetting::Loop2;
+        memory.presets[0][3].name = "CHANGED";
+    });
+    findUnit();
+    Requests anew{"RDI", "RDI", "RBB|A0"};
+    for (const Requests &more : {all("RBP|A0|B", 0, 9), devices, Requests{"ROS"}})  // SETTINGS is open
+        anew.insert(anew.end(), more.begin(), more.end());
+    EXPECT_EQ(requests(), anew);
+    EXPECT_EQ(find<QComboBox>("comboBox_wahPad1").currentText() + edit("midi", 4, 3).text(), "LOOP 2CHANGED");
+    EXPECT_EQ(icon("pushButton_connection"), connectedIcon);
+    click("pushButton_connection");  // opens nothing
+}
+
+TEST_F(Window, EveryTableShowsItsOwnBankAgainAfterAReconnection)
+{
+    click("pushButton_loopsTab");
+    type(edit("loops", 1, 0), "5");
+    EXPECT_EQ(requests().size(), 11U);
+    loseUnit();
+    unit.alter([](UnitMemory &memory) { memory.banks[5].name = "CHANGED"; });
+    taken();
+    findUnit();
+    EXPECT_EQ(edit("loops", 1, 2).text(), "CHANGED");
+    const Requests asked = taken();
+    EXPECT_EQ(std::count(asked.begin(), asked.end(), "RBB|A0"), 1);
+    EXPECT_EQ(std::count(asked.begin(), asked.end(), "RBB|A5"), 1);
+}
+
+TEST_F(Window, ASecondEditorOnThePortGetsOnWithTheFirst)
+{
+    MainWindow second(unitsPort, nullptr, {100, 150, 20});
+    second.show();
+    const auto bothConnected = [&] {
+        return isConnected() && second.findChild<QLabel *>("label_deviceStatus")->text() == status();
+    };
+    ASSERT_TRUE(becomes(bothConnected));
+    auto *const secondPage = second.findChild<QPushButton *>("pushButton_settingsTab");
+    for (int round = 0; round < 10; ++round) {  // the one that finds the port held searches until it is free
+        click("pushButton_settingsTab");
+        secondPage->click();
+        QTest::qWait(round);
+    }
+    EXPECT_TRUE(becomes([&] { return bothConnected() && settles() && bothConnected(); }));
+    second.close();
+}
+
+TEST_F(Window, TheMenuOffersTheUpgradeAndThreeEmptySubmenus)
+{
+    window.move(-600, 0);  // the menu would be moved to stay on the small screen of the offscreen platform
+    click("pushButton_menu");
+    auto *const menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+    ASSERT_NE(menu, nullptr);
+    QStringList texts;
+    for (const QAction *const action : menu->actions())
+        texts << action->text() + (action->menu() ? QString(": %1").arg(action->menu()->actions().size()) : QString());
+    EXPECT_EQ(texts, QStringList({"FIRMWARE UPGRADE", "BACKUP: 0", "RESTORE: 0", "FACTORY RESET: 0"}));
+    EXPECT_EQ(menu->pos(), find<QPushButton>("pushButton_menu").mapToGlobal({0, 29}));
+    onDialog([](QWidget &files) { static_cast<QDialog &>(files).reject(); });
+    menu->actions().front()->trigger();
+    menu->close();
+}
+
+TEST_F(Window, IsMovedByItsTopMinimisedClosedAndTellsAboutItself)
+{
+    AboutWindow about;
+    InstallDriversWindow drivers;
+    MidiEditorWindow editor(PresetData(), MidiDevice(), 0, nullptr);
+    const std::pair<QWidget *, int> bands[] = {{&window, 200}, {&about, 60}, {&drivers, 60}, {&editor, 60}};
+    for (const auto &[widget, band] : bands) {
+        const auto mouse = [dragged = widget](QEvent::Type type, const QPoint &point) {
+            QMouseEvent event(type, point, dragged->pos() + point, Qt::LeftButton, Qt::LeftButton, {});
+            QCoreApplication::sendEvent(dragged, &event);
+            return dragged->pos();
+        };
+        widget->move(100, 100);
+        EXPECT_EQ(mouse(QEvent::MouseMove, {5, 5}), QPoint(100, 100)) << "before a press";
+        mouse(QEvent::MouseButtonPress, {300, band});
+        EXPECT_EQ(mouse(QEvent::MouseMove, {340, 80}), QPoint(100, 100)) << "pressed below the band";
+        mouse(QEvent::MouseButtonPress, {300, band - 1});
+        EXPECT_EQ(mouse(QEvent::MouseMove, {330, band + 20}), QPoint(130, 121));
+        mouse(QEvent::MouseButtonRelease, {300, band - 1});
+        EXPECT_EQ(mouse(QEvent::MouseMove, {0, 0}), QPoint(130, 121)) << "after the release";
+    }
+    const bool before = Connection::enableLog;
+    for (const bool expected : {!before, before}) {
+        QTest::keyClick(&window, Qt::Key_L, Qt::ControlModifier | Qt::ShiftModifier);
+        EXPECT_EQ(Connection::enableLog, expected);
+    }
+    onDialog([](QWidget &dialog) { dynamic_cast<AboutWindow &>(dialog).close(); });
+    click("pushButton_logo");
+    click("pushButton_minimizeWindow");
+    EXPECT_TRUE(window.isMinimized());
+    window.showNormal();
+    click("pushButton_closeWindow");
+    EXPECT_FALSE(window.isVisible());
+}
+
+/// Takes the place of the desktop's browser and mail program.
+class UrlCatcher : public QTextBrowser
+{
+public:
+    void setSource(const QUrl &url) override { opened << url.toString(); }
+    QStringList opened;
+};
+
+TEST(AboutDialog, OpensItsLinksThroughTheDesktop)
+{
+    UrlCatcher desktop;  // its handlers go with it
+    for (const char *const scheme : {"https", "mailto"})
+        QDesktopServices::setUrlHandler(scheme, &desktop, "setSource");
+    AboutWindow dialog;
+    for (const char *const name : {"label_about", "label_footer"}) {
+        auto *const label = dialog.findChild<QLabel *>(name);
+        EXPECT_FALSE(label->openExternalLinks());
+        emit label->linkActivated(label->text().section('"', 1, 1));
+    }
+    dialog.findChild<QPushButton *>("pushButton_logo")->click();
+    EXPECT_EQ(desktop.opened.join(' '),
+              "https://example.com/kora/editor mailto:kora@example.com https://example.com/kora");
+}
