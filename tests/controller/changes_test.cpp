@@ -11,18 +11,12 @@ struct Change
     std::string request;
 };
 
-/// Of the global settings only one of each kind: what each of them sends is tested with its box in the window.
+/// One of each pattern, with what only the controller does to a value: what each change sends from its widget is
+/// tested in the window.
 const Change changes[] = {
     {[](C &c) { c.changeBankName("A\x1D\x7F NÄME", 4); }, "WBB|A4|BA NÄME"},
-    {[](C &c) { c.changePresetWahPad1(4, WahPadAction::Add); }, "WBB|A4|C1"},
-    {[](C &c) { c.changePresetWahPad2(4, WahPadAction::TurnLoopOn); }, "WBB|A4|E2"},
-    {[](C &c) { c.changePresetNumberWahPad1(4, 9); }, "WBB|A4|D9"},
-    {[](C &c) { c.changePresetNumberWahPad2(4, 0); }, "WBB|A4|F0"},
-    {[](C &c) { c.changePresetName("NEW\x02\n", 4, 5); }, "WBP|A4|B5|CNEW"},
-    {[](C &c) { c.changeFootswitchFunction(FootswitchType::Preset, 4, 5); }, "WBP|A4|B5|D0"},
+    {[](C &c) { c.changePresetNumberWahPad2(4, 256); }, "WBB|A4|F0"},
     {[](C &c) { c.changeLoopType(LoopType::On, 4, 5, 5); }, "WBP|A4|B5|EA4;B3;C4;D4;E4;F4;G1|D2"},
-    {[](C &c) { c.changeBufferLoop(LoopType::Off, 4, 5); }, "WBP|A4|B5|EA2;B3;C4;D4;E4;F4;G4|D2"},
-    {[](C &c) { c.changeSwitchType(SwitchType::Toggle, 4, 5, 0); }, "WBP|A4|B5|FA3;B4;C4;D4;E4;F4|D2"},
     {[](C &c) { c.changeProgramChangeNumber(4, 5, 9, 128); }, "WBP|A4|B5|Gj128|D2"},
     {[](C &c) {
          c.changePresetExpressionPedal(4, 5, {10, 20, ExpressionPedalCharacteristic::SlowFast, 5, 127});
@@ -32,14 +26,7 @@ const Change changes[] = {
          c.changeControlChangeData(4, 5, {{10, 1, 254}, {2, 20, 0}});
      },
      "WBP|A4|B5|GAA10,B1,C254;BA2,B20,C0|D2"},
-    {[](C &c) { c.changeMidiDeviceName("\x1CLAMP", 10); }, "WMD|A10|BLAMP"},
-    {[](C &c) { c.changeMidiDeviceChannel(16, 10); }, "WMD|A10|C16"},
-    {[](C &c) { c.changeSendCCFirst(true, 10); }, "WMD|A10|D1"},
-    {[](C &c) { c.changeTapTempo(MidiDeviceTapTempo::TapTempoNote, 10); }, "WMD|A10|E3"},
-    {[](C &c) { c.changeTapController(20, 10); }, "WMD|A10|a20"},
-    {[](C &c) { c.changeTapControllerValue(254, 10); }, "WMD|A10|b254"},
     {[](C &c) { c.changeNoteNumber(127, 10); }, "WMD|A10|c127"},
-    {[](C &c) { c.changeNoteType(TapTempoNote::Toggle, 10); }, "WMD|A10|d3"},
     {[](C &c) {
          const QVector<QString> names = QVector<QString>(19, "N") << "Ä\x03";
          c.controllersNamesOrNumberChanged(10, names, QVector<int>(19, 7) << 255);
@@ -47,9 +34,10 @@ const Change changes[] = {
      "WMD|A10|FAN;B7|GAN;B7|HAN;B7|IAN;B7|JAN;B7|KAN;B7|LAN;B7|MAN;B7|NAN;B7|OAN;B7|PAN;B7|QAN;B7|RAN;B7|SAN;B7"
      "|TAN;B7|UAN;B7|VAN;B7|WAN;B7|XAN;B7|YAÄ;B255"},
     {[](C &c) { c.changeKeyboardType(KeyboardType::Azerty); }, "WOS|J2"},
+    {[](C &c) { c.changeSetting(settingId<&Settings::clickProtection>(), 3); }, "WOS|F3"},
+    {[](C &c) { c.changeSetting(settingId<&ExpressionPedalData::toeDown>(), 9); }, "WEP|F9"},
     {[](C &c) { c.changeChannel(511); }, "WMI|A255"},
     {[](C &c) { c.changeToeUp(256 + 99); }, "WEP|E99"},
-    {[](C &c) { c.changeControllerNumber(255); }, "WEP|K255"},
     {[](C &c) { c.changeSwitchOut(SwitchOutSetting::Momentary, 6); }, "WSO|F3"},
 };
 

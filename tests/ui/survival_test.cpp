@@ -5,6 +5,8 @@
 #include <QFileDialog>
 #include <QTemporaryDir>
 
+#include <random>
+
 using namespace std::chrono_literals;
 
 namespace {
@@ -337,6 +339,69 @@ TEST_F(Survival, ARecordThatLosesTheUnitEveryTimeDoesNotMakeAnEndlessSearch)
     EXPECT_TRUE(isConnected());
     type(edit("loops", 1, 0), "1");
     EXPECT_EQ(requests().size(), 11U) << "the user may try again";
+}
+
+// --- All at once
+
+TEST_F(Survival, ALongRandomRunOfChangesEndsWithWhatTheUnitHolds)
+{
+    DataFromDevice *model = nullptr;
+    QObject::connect(&window, &MainWindow::connected, [&](DataFromDevice *found) { model = found; });
+    unit.alter([](UnitMemory &memory) { memory.expressionPedal.onTheFlyMode = false; });  // is never reported
+    std::mt19937 random(20260712);
+    const auto pick = [&](int count) { return static_cast<int>(random() % static_cast<unsigned>(count)); };
+    const auto readAll = [&] {
+        for (const char *page : {"midiMidiIn", "midiExpressionPedal", "midiSwitchOut", "settingsTab"})
+            click(QString("pushButton_") + page);
+        ASSERT_TRUE(becomes([&] { return isConnected() && settles() && isConnected(); }));
+    };
+    const auto expectModel = [&] {
+        const UnitMemory memory = unit.memory();
+        EXPECT_EQ(*model->bankData[0].load(), memory.banks[0]);
+        for (std::size_t index = 0; index < presetCount; ++index) {
+            EXPECT_EQ(*model->presetData[0][index].load(), memory.presets[0][index]) << "preset " << index;
+            EXPECT_EQ(*model->midiDevices[index].load(), memory.midiDevices[index]) << "device " << index;
+        }
+        EXPECT_EQ(*model->settings.load(), memory.settings);
+        EXPECT_EQ(*model->midiInData.load(), memory.midiIn);
+        EXPECT_EQ(*model->expressionPedalData.load(), memory.expressionPedal);
+        EXPECT_EQ(*model->switchOutData.load(), memory.switchOuts);
+    };
+    QTimer replug;
+    QObject::connect(&replug, &QTimer::timeout, [this] {
+        if (unit.location().empty()) unit.plugIn();
+    });
+    replug.start(10);
+    unit.queueFault(Fault::silence());
+    readAll();  // once lost, the window announces the model
+    readAll();
+    std::vector<QWidget *> editors;
+    for (QWidget *const editor : window.findChildren<QWidget *>())
+        if (editor->isEnabled() && editor->accessibleName() != "Bank number" &&
+            (qobject_cast<QComboBox *>(editor) || qobject_cast<QLineEdit *>(editor)))
+            editors.push_back(editor);
+    ASSERT_GT(editors.size(), 200U);
+    const Fault faults[] = {Fault::errorStatus(77, "Not now"), Fault::noise(), Fault::lateAnswer(20ms),
+                            Fault::hangUp()};
+    for (int round = 0; round < 20; ++round) {
+        const Fault &fault = faults[pick(4)];
+        const auto box = fault.kind == Fault::Kind::ErrorStatus ? nextBox() : nullptr;
+        unit.queueFault(fault, 5);
+        for (int changes = 0; changes < 20; ++changes) {
+            QWidget *const editor = editors[static_cast<std::size_t>(pick(static_cast<int>(editors.size())))];
+            if (auto *const choice = qobject_cast<QComboBox *>(editor)) {
+                if (choice->count() > 0) choice->setCurrentIndex(pick(choice->count()));
+            } else if (auto *const name = qobject_cast<QLineEdit *>(editor)) {
+                type(*name, QString("Näme %1 & <b>").arg(pick(1000)));
+            }
+            QTest::qWait(round % 3);  // one by one, or faster than the unit answers
+        }
+        ASSERT_TRUE(settles());
+        readAll();
+        ASSERT_TRUE(becomes([&] { return !box || !box->isEmpty(); }));
+        expectModel();
+    }
+    EXPECT_GT(unit.takeRequests().size(), 300U);
 }
 
 // --- Firmware
