@@ -171,5 +171,11 @@ void Connection::log(FrameDirection direction, const std::string &data)
 
 std::string Connection::currentDateTimeString()
 {
-    return QDateTime::currentDateTime().toString(Qt::TextDate).toStdString();
+    // The text costs more than the rest of a log line, so it is made once a second.
+    thread_local qint64 second = -1;
+    thread_local std::string text;
+    const qint64 now = QDateTime::currentSecsSinceEpoch();
+    if (now != second) text = QDateTime::fromSecsSinceEpoch(now).toString(Qt::TextDate).toStdString();
+    second = now;
+    return text;
 }
