@@ -78,7 +78,6 @@ TEST(Commands, AnswerByteForByte)
         {"10^REPC8D0", "10^0|C3|D5|E1|F127|G12|H4095|I1|J10|K20311B"},
         {"11^RSOA0A2", "11^0|A1|B2|C3|D1|E2|F370B5"},
         {"11^WOS|J15769", "11^137BE7"},  // the identifier of the last command
-        {"0^ROS4892", "0^0|A2|B1|C0|D6|E7|F3|G1|H0|I0|J2|K2B456"},
         {"13^WBB|A0|BFIRST9DB8", "13^027F6"},
         {"14^WSOA17E", "14^0E647"},
         {"5^WFD|A1|B00FF5A90", "5^0DA18"},
