@@ -81,6 +81,11 @@ protected:
     DataFromDevice *model = nullptr;
 };
 
+class LongFaults : public Faults  // with one fault of each consequence
+{};
+
+std::string nameOf(const testing::TestParamInfo<Trouble> &row) { return row.param.name; }
+
 }  // namespace
 
 TEST_P(Faults, InAChange)
@@ -115,7 +120,7 @@ TEST_P(Faults, InTheMiddleOfABank)
     EXPECT_EQ(lastName.text(), "Encore");
 }
 
-TEST_P(Faults, InTheSearch)
+TEST_P(LongFaults, InTheSearch)
 {
     for (const std::size_t exchange : {0U, 1U}) {  // the probe takes any answer; then the identity is read
         unit.unplug();
@@ -137,7 +142,7 @@ TEST_P(Faults, InTheSearch)
     }
 }
 
-TEST_P(Faults, InTheFirmwareUpload)
+TEST_P(LongFaults, InTheFirmwareUpload)
 {
     const QTemporaryDir folder;
     QFile image(folder.filePath("image.bin"));
@@ -172,8 +177,9 @@ TEST_P(Faults, InTheFirmwareUpload)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(EveryKind, Faults, testing::ValuesIn(troubles),
-                         [](const auto &row) { return std::string(row.param.name); });
+INSTANTIATE_TEST_SUITE_P(EveryKind, Faults, testing::ValuesIn(troubles), nameOf);
+INSTANTIATE_TEST_SUITE_P(EveryConsequence, LongFaults,
+                         testing::Values(troubles[0], troubles[1], troubles[5], troubles[8], troubles[10]), nameOf);
 
 /// With the timeouts of the product.
 class RealTimeouts : public Editor
