@@ -3,12 +3,11 @@
 #include "device/decorator.h"
 #include "device/framefactory.h"
 #include "device/translator.h"
+#include "link/connection.h"
 
 #include <concepts>
 #include <functional>
 #include <memory>
-
-class Connection;
 
 /// The host's handle on one connected unit. Every operation is one exchange: a command out, a response back, no retry;
 /// when the unit reports an error, one more exchange fetches its text.
@@ -25,6 +24,9 @@ public:
     virtual ~KORA();
     KORA(const KORA &) = delete;
     KORA &operator=(const KORA &) = delete;
+
+    /// While the result lives, the port stays open between exchanges.
+    Connection::Hold hold() { return connection->hold(); }
 
     /// Receives and parses the next response.
     SlaveFrame listen();

@@ -142,3 +142,17 @@ constexpr void forEachField(Visit visit)
 {
     std::apply([&](const auto &...rows) { (visit(rows), ...); }, Table<Record>::fields);
 }
+
+template <typename Record, typename Visit, std::size_t... Index>
+void forEachMember(Visit visit, std::index_sequence<Index...> /*rows*/)
+{
+    (visit.template operator()<std::get<Index>(Table<Record>::fields).member>(), ...);
+}
+
+/// Calls `visit.operator()<Member>()` with each member that has a row: where the member itself is to be known to the
+/// compiler.
+template <HasTable Record, typename Visit>
+void forEachMember(Visit visit)
+{
+    forEachMember<Record>(visit, std::make_index_sequence<std::tuple_size_v<decltype(Table<Record>::fields)>>());
+}

@@ -1,18 +1,8 @@
 #include "model/midiedit.h"
 
+#include "model/controlchanges.h"
+
 #include <algorithm>
-
-namespace {
-
-constexpr std::uint8_t noDevice = 20;  // what fillers name
-
-/// What an earlier edit filled the list up with: it names no device and sends nothing.
-bool isFiller(const ControlChangeData &record)
-{
-    return record.value == inactiveValue && !range::device.contains(record.midiDeviceNumber);
-}
-
-}  // namespace
 
 std::optional<std::uint8_t> MidiEdit::programFor(const PresetData &stored) const
 {
@@ -57,8 +47,7 @@ std::vector<ControlChangeData> MidiEdit::controlChangesFor(const PresetData &sto
     list.insert(list.end(), others.begin(), others.end());
     list.insert(list.end(), chosen.begin(), chosen.end());
     if (list.size() > maxControlChanges) list.resize(maxControlChanges);
-    while (list.size() < maxControlChanges)
-        list.emplace_back(noDevice, static_cast<std::uint8_t>(list.size() + 1), inactiveValue);
+    fillUp(list);
     return list;
 }
 

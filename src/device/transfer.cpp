@@ -1,0 +1,190 @@
+#include "device/transfer.h"
+
+#include "device/answerlength.h"
+#include "device/kora.h"
+#include "model/controlchanges.h"
+#include "protocol/failure.h"
+
+namespace {
+
+/// Reads the record that `id` names into `record`.
+template <typename Record>
+void readInto(Record &record, KORA &unit, const RecordId &id)
+{
+    if constexpr (std::is_same_v<Record, PresetData>)
+        record = *unit.read<Record>(id.number, id.preset);
+    else if constexpr (std::is_same_v<Record, BankData> || std::is_same_v<Record, MidiDevice>)
+        record = *unit.read<Record>(id.number);
+    else
+        record = *unit.read<Record>();
+}
+
+}  // namespace
+
+Transfer::Transfer(KORA &connectedUnit) : Transfer(connectedUnit, Watch()) {}
+
+Transfer::Transfer(KORA &connectedUnit, Watch follower) : unit(connectedUnit), watch(std::move(follower)) {}
+
+Transfer::Outcome Transfer::run(const std::function<void(Outcome &outcome)> &work)
+{
+    Outcome outcome;
+    outcome.failure = caught([&] { work(outcome); });
+    if (outcome.stopped) outcome.failure.reset();
+    return outcome;
+}
+
+void Transfer::goOn(Outcome &outcome) const
+{
+    outcome.stopped = watch.stop();
+    if (outcome.stopped) fail("The transfer was stopped");
+}
+
+void Transfer::advance(int total) { watch.progress(++done, total); }
+
+void Transfer::readRecord(UnitPart &part, const RecordId &id)
+{
+    visitRecord(part.content, id, [&](auto &record) { readInto(record, unit, id); });
+    part.records.insert(id);
+}
+
+Transfer::Outcome Transfer::read(UnitPart &part, const std::set<RecordId> &records)
+{
+    const Connection::Hold hold = unit.hold();
+    done = 0;
+    return run([&](Outcome &outcome) {
+        for (const RecordId &id : records) {
+            goOn(outcome);
+            readRecord(part, id);
+            advance(static_cast<int>(records.size()));
+        }
+    });
+}
+
+/// Makes one record of the unit as wanted, exchange by exchange; what was accepted is taken over into the present one.
+class Transfer::Writer
+{
+public:
+    Writer(Transfer &owner, Outcome &result, const RecordId &record)
+        : transfer(owner), unit(owner.unit), outcome(result), id(record)
+    {}
+
+    /// Settings, MIDI in and the expression pedal.
+    template <typename Record>
+    void write(Record &present, const Record &wanted)
+    {
+        writeMembers(present, wanted);
+    }
+    void write(DeviceInfo &, const DeviceInfo &) {}
+    void write(SwitchOutData &present, const SwitchOutData &wanted)
+    {
+        for (std::size_t slot = 0; slot < wanted.switchOuts.size(); ++slot)
+            make(present.switchOuts[slot], wanted.switchOuts[slot],
+                 [&] { unit.changeSwitchOut(wanted.switchOuts[slot], static_cast<int>(slot) + 1); });
+    }
+    void write(BankData &present, const BankData &wanted) { writeMembers(present, wanted, id.number); }
+    void write(MidiDevice &present, const MidiDevice &wanted);
+    void write(PresetData &present, const PresetData &wanted);
+
+private:
+    /// Does the exchange that makes `present` what is wanted, unless it is that already.
+    template <typename Value, typename Exchange>
+    void make(Value &present, const Value &wanted, Exchange exchange)
+    {
+        if (present == wanted) return;
+        transfer.goOn(outcome);
+        transfer.touched.insert(id);  // also if it fails: then nobody knows what the unit holds until it is read
+        exchange();
+        outcome.written.insert(id);
+        present = wanted;
+    }
+
+    /// Every member that goes out in a field of its own.
+    template <typename Record, typename... Address>
+    void writeMembers(Record &present, const Record &wanted, Address... address)
+    {
+        forEachMember<Record>([&]<auto Member>() {
+            constexpr auto row = rowOf<Member>();
+            if constexpr (!row.readOnly && row.group == 0 &&
+                          !std::is_same_v<decltype(row.member), decltype(&MidiDevice::controllers)>)
+                make(present.*Member, wanted.*Member, [&] { unit.change<Member>(wanted.*Member, address...); });
+        });
+    }
+
+    Transfer &transfer;
+    KORA &unit;
+    Outcome &outcome;
+    const RecordId id;
+};
+
+void Transfer::Writer::write(MidiDevice &present, const MidiDevice &wanted)
+{
+    writeMembers(present, wanted, id.number);
+    make(present.controllers, wanted.controllers, [&] {
+        std::vector<std::string> names;
+        std::vector<int> numbers;
+        for (const Controller &controller : wanted.controllers) {
+            names.push_back(controller.name);
+            numbers.push_back(controller.number);
+        }
+        unit.changeControllersNamesAndNumbers(names, numbers, id.number);
+    });
+}
+
+void Transfer::Writer::write(PresetData &present, const PresetData &wanted)
+{
+    const int bank = id.number, preset = id.preset;
+    const FootswitchType function = wanted.footswitchFunction;
+    make(present.footswitchFunction, function, [&] { unit.changeFootswitchFunction(function, bank, preset); });
+    make(present.name, wanted.name, [&] { unit.changePresetName(wanted.name, bank, preset); });
+    auto loops = std::pair(present.bufferLoop, present.loops);
+    make(loops, std::pair(wanted.bufferLoop, wanted.loops),
+         [&] { unit.changeLoopType(wanted.bufferLoop, wanted.loops, bank, preset, function); });
+    std::tie(present.bufferLoop, present.loops) = loops;
+    make(present.switches, wanted.switches, [&] { unit.changeSwitchType(wanted.switches, bank, preset, function); });
+    for (const auto &list : controlChangeLists(present.controlChanges, wanted.controlChanges)) {
+        transfer.goOn(outcome);
+        transfer.touched.insert(id);
+        unit.changeControlChangeData(bank, preset, list, function);
+        outcome.written.insert(id);
+        present.controlChanges = wanted.controlChanges;
+    }
+    for (std::size_t slot = 0; slot < wanted.programChanges.size(); ++slot)
+        make(present.programChanges[slot], wanted.programChanges[slot], [&] {
+            unit.changeProgramValue(bank, preset, static_cast<int>(slot), wanted.programChanges[slot], function);
+        });
+    make(present.expressionPedal, wanted.expressionPedal,
+         [&] { unit.changePresetExpressionPedal(bank, preset, wanted.expressionPedal, function); });
+}
+
+Transfer::Outcome Transfer::write(UnitPart &present, const UnitContent &wanted, const std::set<RecordId> &records)
+{
+    const Connection::Hold hold = unit.hold();
+    const int total = 2 * static_cast<int>(records.size());
+    done = 0;
+    touched.clear();
+    Outcome outcome = run([&](Outcome &result) {
+        for (const RecordId &id : records)
+            visitRecord(wanted, id, [](const auto &record) {
+                if (answerLength(record) > Connection::maxFrameLength)
+                    fail("A name is too long: the unit could not be read any more");
+            });
+        for (const RecordId &id : records) {
+            visitRecord(present.content, id, [&]<typename Record>(Record &record) {
+                visitRecord(wanted, id, [&](const auto &target) {
+                    if constexpr (std::is_same_v<std::decay_t<decltype(target)>, Record>)
+                        Writer(*this, result, id).write(record, target);
+                });
+            });
+            advance(total);
+        }
+    });
+    if (outcome.failure == std::string(receivingTimeout)) return outcome;
+    const auto unread = caught([&] {
+        for (const RecordId &id : touched) {
+            readRecord(present, id);
+            advance(total);
+        }
+    });
+    if (unread) outcome.failure = unread;
+    return outcome;
+}

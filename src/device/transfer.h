@@ -1,0 +1,60 @@
+#pragma once
+
+#include "model/unitcontent.h"
+
+#include <functional>
+#include <optional>
+#include <set>
+#include <string>
+
+class KORA;
+
+/// Reads and writes many records of a unit, with the port held open from the first exchange to the last.
+class Transfer
+{
+public:
+    /// How a transfer is followed, on its own thread.
+    struct Watch
+    {
+        /// Called with the records done so far and those to be done in all; what was written counts once more when it
+        /// is read back.
+        std::function<void(int done, int total)> progress = [](int, int) {};
+        /// Asked before every exchange; true ends the transfer there.
+        std::function<bool()> stop = [] { return false; };
+    };
+
+    struct Outcome
+    {
+        std::optional<std::string> failure;  ///< what the exchange failed with that ended the transfer
+        bool stopped = false;
+        std::set<RecordId> written;  ///< records of which the unit has accepted at least one value
+    };
+
+    explicit Transfer(KORA &connectedUnit);
+    Transfer(KORA &connectedUnit, Watch follower);
+
+    /// Reads records into `part`, each as it arrives.
+    Outcome read(UnitPart &part, const std::set<RecordId> &records);
+
+    /// Makes the unit hold these records as in `wanted`. Only what differs from `present`, what the unit holds now, is
+    /// sent: a setting at a time, a preset's function first; never what is set on the unit itself. Afterwards, also
+    /// after a stop or a refusal, what was touched is read back, so that `present` tells what the unit holds; with the
+    /// line lost it tells what the unit has accepted.
+    ///
+    /// Fails before anything is sent when a record could not be read back.
+    Outcome write(UnitPart &present, const UnitContent &wanted, const std::set<RecordId> &records);
+
+private:
+    class Writer;
+
+    Outcome run(const std::function<void(Outcome &outcome)> &work);
+    void readRecord(UnitPart &part, const RecordId &id);
+    /// Fails when the transfer is to stop.
+    void goOn(Outcome &outcome) const;
+    void advance(int total);
+
+    KORA &unit;
+    Watch watch;
+    int done = 0;
+    std::set<RecordId> touched;  ///< what has to be read back
+};

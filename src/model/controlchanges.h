@@ -1,0 +1,19 @@
+#pragma once
+
+#include "model/records.h"
+
+#include <vector>
+
+// A preset's list of control changes as it goes to a unit. Nobody knows whether a unit replaces the list that it holds
+// by the one that is written, or merges the two; what is sent ends right with both.
+
+/// What an edit filled a list up with: it names no device and sends nothing.
+bool isFiller(const ControlChangeData &record);
+/// Fills a list up to 20 records, so that a unit that merges sees no fewer than one that replaces.
+void fillUp(std::vector<ControlChangeData> &list);
+
+/// The lists to be written, one after the other, that make a unit which holds `present` send what `wanted` says: none
+/// when it does already, two when what goes and what is to be there have no room in one. Records that send nothing or
+/// name no device count for nothing; of several for a controller the last counts. No more than 20 are wanted.
+std::vector<std::vector<ControlChangeData>> controlChangeLists(const std::vector<ControlChangeData> &present,
+                                                               const std::vector<ControlChangeData> &wanted);
