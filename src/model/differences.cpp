@@ -30,7 +30,7 @@ std::vector<Difference> differences(const UnitContent &from, const UnitContent &
     std::vector<Difference> found;
     for (const RecordId &id : records) {
         const auto compare = [&](const ValuePlace &place, const auto &row, const auto &held, const auto &wanted) {
-            if (held == wanted) return;
+            if (isSame(held, wanted, row.range)) return;
             found.push_back({id, place.id, places::value(id, place), textOf(held, row.range), textOf(wanted, row.range),
                              isWritable(row, wanted)});
         };

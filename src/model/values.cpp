@@ -56,7 +56,7 @@ QString quoted(const QString &text, uint highest)
 
 const char *wordFor(int number, const Range &range)
 {
-    if (range.also == Range::Also::None && number == none) return "NONE";
+    if (range.isNone(number)) return "NONE";
     if (range.also != Range::Also::ToggleAndInactive) return nullptr;
     return number == inactiveValue ? "INACTIVE" : number == toggleValue ? "TOGGLE" : nullptr;
 }

@@ -87,6 +87,16 @@ bool isInRange(const Value &value, const Range &range)
         return range.contains(value);
 }
 
+/// Whether two values mean the same: equal, or both none.
+template <typename Value>
+bool isSame(const Value &one, const Value &other, const Range &range)
+{
+    if constexpr (std::is_same_v<Value, std::uint8_t>)
+        return one == other || (range.isNone(one) && range.isNone(other));
+    else
+        return one == other;
+}
+
 /// Whether a write may carry the value. What is out of range may be tried: a newer unit may have told it.
 template <typename Row, typename Value>
 bool isWritable(const Row &row, const Value &value)

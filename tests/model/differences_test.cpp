@@ -26,6 +26,7 @@ TEST(Differences, TellPlaceAndBothValuesForPeople)
     to.presets[3][4].loops[1] = LoopType::Toggle;
     to.presets[3][4].programChanges[1] = 128;
     to.presets[3][4].expressionPedal.midiDeviceNumber = 10;
+    to.presets[3][4].expressionPedal.controllerNumber = none;  // as good as 0
     to.presets[3][4].controlChanges = {{1, 9, 0}, {1, 9, 255}, {1, 3, toggleValue}, {5, 1, 127}, {11, 1, 7}};
 
     const auto found = differences(from, to, allRecords());
