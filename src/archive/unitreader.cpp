@@ -241,7 +241,7 @@ int read(DeviceInfo &unit, const QJsonValue &value, const Range &, const Place &
 class UnitReader
 {
 public:
-    UnitReader(const QJsonObject &file, const UnitContent &base) : root(file) { part.content = base; }
+    UnitReader(const QJsonObject &file, const UnitContent &base) : root(file), part{base, {}} {}
 
     UnitPart take()
     {
