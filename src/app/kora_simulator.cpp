@@ -3,6 +3,7 @@
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
+#include <QFile>
 
 #include <algorithm>
 #include <csignal>
@@ -100,10 +101,29 @@ void announce(const UnitPort &port, Link &link)
     std::cout << port.location() << std::endl;
 }
 
+/// A frame with its control bytes by name in angle brackets, and a "<" doubled.
+std::string shown(const std::string &frame)
+{
+    static const std::map<char, std::string> names{{control::stx, "STX"}, {control::etx, "ETX"}, {control::fs, "FS"},
+                                                   {control::gs, "GS"},   {control::rs, "RS"},   {control::us, "US"}};
+    std::string line;
+    for (const char byte : frame) {
+        const auto name = names.find(byte);
+        const auto value = static_cast<unsigned char>(byte);
+        if (name != names.end())
+            line += '<' + name->second + '>';
+        else if (value < 0x20 || value == 0x7F)
+            line += "<0x" + QByteArray(1, byte).toHex().toUpper().toStdString() + '>';
+        else
+            line.append(byte == '<' ? 2 : 1, byte);
+    }
+    return line;
+}
+
 void print(const std::string &request, const std::string &response)
 {
-    std::cout << "PC >> " << escaped(request) << '\n';
-    if (!response.empty()) std::cout << "PC << " << escaped(response) << '\n';
+    std::cout << "PC >> " << shown(request) << '\n';
+    if (!response.empty()) std::cout << "PC << " << shown(response) << '\n';
     std::cout << std::flush;
 }
 
@@ -121,7 +141,7 @@ void serve(UnitPort &port, Link &link, const sigset_t &stops)
 
 int run(const QCommandLineParser &options)
 {
-    const std::filesystem::path stateFile = options.value(stateOption).toStdString();
+    const QString stateFile = options.value(stateOption);
     const auto faults = parseFaults(options.values(faultOption));
     const auto delay = parseDelay(options.value(delayOption));
     const auto midiLists = parseMidiLists(options.value(midiListsOption));
@@ -133,7 +153,7 @@ int run(const QCommandLineParser &options)
     sigaddset(&stops, SIGTERM);
     pthread_sigmask(SIG_BLOCK, &stops, nullptr);
 
-    UnitPort port(std::filesystem::exists(stateFile) ? loadState(stateFile) : musicianContent());
+    UnitPort port(QFile::exists(stateFile) ? loadState(stateFile) : musicianContent());
     Link link(options.value(linkOption).toStdString());
     queueFaults(port, faults);
     port.setDelay(delay);
@@ -142,7 +162,7 @@ int run(const QCommandLineParser &options)
     port.onExchange(print);
     serve(port, link, stops);
     port.unplug();
-    if (!stateFile.empty()) saveState(stateFile, port.memory());
+    if (!stateFile.isEmpty()) saveState(stateFile, port.memory());
     return EXIT_SUCCESS;
 }
 
@@ -158,7 +178,10 @@ int main(int argc, char *argv[])
         "and receives (PC <<), until it is interrupted."));
     options.addHelpOption();
     options.addOptions({
-        {stateOption, QStringLiteral("Read the unit's memory from FILE if it exists, and keep it there at the end."),
+        {stateOption,
+         QStringLiteral(
+             "Read the unit's memory from FILE, as the editor's backups are, if it exists, and keep it there "
+             "at the end. The firmware image lies beside it, in FILE.firmware."),
          QStringLiteral("FILE")},
         {faultOption,
          QStringLiteral("Spoil exchange number N (from 1); may be given several times. KIND is one of ") +

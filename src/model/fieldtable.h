@@ -18,7 +18,7 @@ inline constexpr std::uint8_t inactiveValue = 255;
 /// The numbers that a member may hold. Enumerations and flags hold what has a label.
 struct Range
 {
-    enum class Also : std::uint8_t { NothingElse, None, ToggleAndInactive };
+    enum class Also : std::uint8_t { NothingElse, None, NoneOrZero, ToggleAndInactive };
 
     int low = 0;
     int high = 0;
@@ -26,8 +26,14 @@ struct Range
 
     constexpr bool contains(int number) const
     {
-        return (number >= low && number <= high) || (also != Also::NothingElse && number == none) ||
-               (also == Also::ToggleAndInactive && number == toggleValue);
+        return (number >= low && number <= high) || isNone(number) ||
+               (also == Also::ToggleAndInactive && (number == toggleValue || number == inactiveValue));
+    }
+    /// Whether a number stands for none here.
+    constexpr bool isNone(int number) const
+    {
+        return ((also == Also::None || also == Also::NoneOrZero) && number == none) ||
+               (also == Also::NoneOrZero && number == 0);
     }
 };
 

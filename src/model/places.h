@@ -1,6 +1,10 @@
 #pragma once
 
+#include "model/unitcontent.h"
+
 #include <QString>
+
+struct ValuePlace;
 
 /// Where a value stands in the unit, for people: "BANK 3, PRESET 4", "MIDI DEVICE 2".
 namespace places {
@@ -15,5 +19,11 @@ inline QString midiMessages(int bankIndex, int presetIndex, int device)
 {
     return QStringLiteral("%1: MIDI %2").arg(preset(bankIndex, presetIndex)).arg(device);
 }
+
+/// "SETTINGS", "MIDI DEVICE 2", "BANK 3", "BANK 3, PRESET 4"
+QString record(const RecordId &id);
+/// "SETTINGS: KEYBOARD TYPE", "MIDI DEVICE 2, CONTROLLER 5: NAME", "BANK 3, PRESET 4: MIDI 1 CONTROLLER 3", "SWITCH OUT
+/// 2"
+QString value(const RecordId &id, const ValuePlace &place);
 
 }  // namespace places

@@ -32,6 +32,8 @@ inline constexpr Range deviceOrNone{1, midiDeviceCount, Range::Also::None};
 /// A place in a MIDI device's list of controllers.
 inline constexpr Range position{1, controllerCount};
 inline constexpr Range positionOrNone{1, controllerCount, Range::Also::None};
+/// As a preset's pedal has it, which begins with 0 for none.
+inline constexpr Range pedalPosition{1, controllerCount, Range::Also::NoneOrZero};
 inline constexpr Range calibration{0, 4095};
 inline constexpr Range any{std::numeric_limits<int>::min(), std::numeric_limits<int>::max()};
 }  // namespace range
@@ -150,7 +152,7 @@ struct Table<PresetExpressionPedal>
 {
     static constexpr std::tuple fields{
         field('A', &PresetExpressionPedal::midiDeviceNumber, "device", "MIDI DEVICE", range::deviceOrNone),
-        field('B', &PresetExpressionPedal::controllerNumber, "controller", "CONTROLLER", range::positionOrNone),
+        field('B', &PresetExpressionPedal::controllerNumber, "controller", "CONTROLLER", range::pedalPosition),
         field('C', &PresetExpressionPedal::characteristic, "characteristic", "CHARACTERISTIC"),
         field('D', &PresetExpressionPedal::toeUp, "toeUp", "TOE UP VALUE", range::midi),
         field('E', &PresetExpressionPedal::toeDown, "toeDown", "TOE DOWN VALUE", range::midi),

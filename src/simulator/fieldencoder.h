@@ -17,10 +17,8 @@ public:
     template <typename Record>
     using Ref = const Record &;
 
-    /// Which fields are written: all that a read answers, or only those that the matching write command takes.
-    enum class Scope { Answer, Write };
-
-    explicit FieldEncoder(Scope scope, std::size_t level = 0) : fieldScope(scope), depth(level) {}
+    /// `level` is 0 for the fields of a frame, 1 and 2 for sub-fields.
+    explicit FieldEncoder(std::size_t level = 0) : depth(level) {}
 
     void text(char descriptor, std::string_view value);
 
@@ -34,7 +32,7 @@ public:
     template <typename Describe>
     void group(char descriptor, Presence, const Describe &describe)
     {
-        FieldEncoder parts(fieldScope, depth + 1);
+        FieldEncoder parts(depth + 1);
         describe(parts);
         if (!parts.encoded.empty()) text(descriptor, parts.encoded);
     }
@@ -50,12 +48,11 @@ public:
 
     /// Whether a field is written that only has something to say when `meaningful`.
     static bool carries(bool meaningful) { return meaningful; }
-    bool carriesReadOnly() const { return fieldScope == Scope::Answer; }
+    static bool carriesReadOnly() { return true; }
 
     const std::string &result() const { return encoded; }
 
 private:
-    Scope fieldScope;
-    std::size_t depth;  ///< 0 for the fields of a frame, 1 and 2 for sub-fields
+    std::size_t depth;
     std::string encoded;
 };

@@ -202,15 +202,6 @@ void describe(Fields &fields, RecordIn<Fields, MidiInData> midiIn)
     fields.number('C', midiIn.ccFunction, ranges::ccFunction);
 }
 
-/// What the unit measures itself: part of "REP" that "WEP" does not take
-template <typename Fields>
-void describeCalibration(Fields &fields, RecordIn<Fields, ExpressionPedalData> pedal)
-{
-    fields.number('G', pedal.calibrationUp, ranges::calibration);
-    fields.number('H', pedal.calibrationDown, ranges::calibration);
-    fields.number('I', pedal.calibrationInversion, ranges::flag);
-}
-
 /// "REP", "WEP"
 template <typename Fields>
 void describe(Fields &fields, RecordIn<Fields, ExpressionPedalData> pedal)
@@ -219,7 +210,11 @@ void describe(Fields &fields, RecordIn<Fields, ExpressionPedalData> pedal)
     fields.number('D', pedal.period, ranges::period);
     fields.number('E', pedal.toeUp, ranges::data);
     fields.number('F', pedal.toeDown, ranges::data);
-    if (fields.carriesReadOnly()) describeCalibration(fields, pedal);
+    if (fields.carriesReadOnly()) {  // the unit measures these itself
+        fields.number('G', pedal.calibrationUp, ranges::calibration);
+        fields.number('H', pedal.calibrationDown, ranges::calibration);
+        fields.number('I', pedal.calibrationInversion, ranges::flag);
+    }
     fields.number('J', pedal.midiDeviceNumber, ranges::midiDeviceOrNone);
     fields.number('K', pedal.controllerNumber, ranges::positionOrNone);
 }

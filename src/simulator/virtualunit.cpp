@@ -29,7 +29,7 @@ struct VirtualUnit::Exchange
     template <typename Record, typename... Options>
     void write(Record &record, Presence values = Presence::Required, Options... options)
     {
-        answer = FieldEncoder(FieldEncoder::Scope::Answer);
+        answer = FieldEncoder();
         if (values == Presence::Required && request.exhausted()) request.fail(UnitStatus::MissingField);
         Record changed = record;
         describe(request, changed, options...);
@@ -37,7 +37,7 @@ struct VirtualUnit::Exchange
     }
 
     FieldDecoder request;
-    FieldEncoder answer{FieldEncoder::Scope::Answer};
+    FieldEncoder answer;
 };
 
 struct VirtualUnit::Row

@@ -1,0 +1,121 @@
+#include "model/values.h"
+
+#include "model/places.h"
+
+#include <algorithm>
+
+namespace {
+
+bool sendsNothing(const ControlChangeData &record)
+{
+    return record.value == inactiveValue || !range::device.contains(record.midiDeviceNumber);
+}
+
+auto isFor(int device, int controller)
+{
+    return [device, controller](const ControlChangeData &record) {
+        return record.midiDeviceNumber == device && record.controllerNumber == controller && !sendsNothing(record);
+    };
+}
+
+void put(std::vector<ControlChangeData> &list, const ControlChangeData &change)
+{
+    const auto met = std::ranges::find_if(list, isFor(change.midiDeviceNumber, change.controllerNumber));
+    if (met == list.end())
+        list.push_back(change);
+    else
+        met->value = change.value;
+}
+
+bool isPrintable(const QVector<uint> &codes)
+{
+    return std::all_of(codes.begin(), codes.end(), [](uint code) { return QChar::isPrint(code); });
+}
+
+bool showsItself(const QString &text)
+{
+    return !text.isEmpty() && text == text.trimmed() && !text.startsWith('"') && isPrintable(text.toUcs4());
+}
+
+/// In quotes; a character above `highest` or without a face is told by its number.
+QString quoted(const QString &text, uint highest)
+{
+    QString result = QStringLiteral("\"");
+    for (const uint code : text.toUcs4()) {
+        if (code > highest || !QChar::isPrint(code)) {
+            result += QStringLiteral("\\x{%1}").arg(code, 2, 16, QLatin1Char('0'));
+            continue;
+        }
+        if (code == '"' || code == '\\') result += '\\';
+        result += QString::fromUcs4(&code, 1);
+    }
+    return result + '"';
+}
+
+}  // namespace
+
+const char *wordFor(int number, const Range &range)
+{
+    if (range.isNone(number)) return "NONE";
+    if (range.also != Range::Also::ToggleAndInactive) return nullptr;
+    return number == inactiveValue ? "INACTIVE" : number == toggleValue ? "TOGGLE" : nullptr;
+}
+
+bool fitsFrame(std::string_view text)
+{
+    constexpr std::string_view parting{"\0\x02\x03\x1C\x1D\x1E\x1F", 7};
+    return text.find_first_of(parting) == std::string_view::npos;
+}
+
+std::optional<QString> charactersOf(const std::string &text)
+{
+    const QByteArray bytes = QByteArray::fromRawData(text.data(), static_cast<int>(text.size()));
+    QString characters = QString::fromUtf8(bytes);
+    return characters.toUtf8() == bytes ? std::optional(std::move(characters)) : std::nullopt;
+}
+
+QString textOf(const std::string &text, const Range &)
+{
+    const auto characters = charactersOf(text);
+    if (!characters) return quoted(QString::fromLatin1(text.data(), static_cast<int>(text.size())), 0x7F);
+    return showsItself(*characters) ? *characters : quoted(*characters, QChar::LastValidCodePoint);
+}
+
+QString textOf(int number, const Range &range)
+{
+    const char *word = wordFor(number, range);
+    return word ? QString::fromLatin1(word) : QString::number(number);
+}
+
+std::uint8_t controlValue(const std::vector<ControlChangeData> &list, int device, int controller)
+{
+    const auto last = std::find_if(list.rbegin(), list.rend(), isFor(device, controller));
+    return last == list.rend() ? inactiveValue : last->value;
+}
+
+void setControlValue(std::vector<ControlChangeData> &list, const ControlChangeData &change)
+{
+    std::vector<ControlChangeData> sent;
+    for (const ControlChangeData &record : list)
+        if (!sendsNothing(record)) put(sent, record);
+    put(sent, change);
+    std::erase_if(sent, sendsNothing);
+    list = std::move(sent);
+}
+
+void values_detail::gather(Controllers &controllers, const std::vector<ControlChangeData> &list)
+{
+    for (const ControlChangeData &record : list)
+        if (!sendsNothing(record)) controllers.emplace(record.midiDeviceNumber, record.controllerNumber);
+}
+
+std::vector<ShownValue> valuesOf(const UnitContent &content, const RecordId &id)
+{
+    std::vector<ShownValue> values;
+    const auto show = [&](const ValuePlace &place, const auto &row, const auto &value) {
+        values.push_back({place.id, places::value(id, place), textOf(value, row.range), isWritable(row, value),
+                          isInRange(value, row.range)});
+    };
+    visitRecord(content, id, [&](const auto &record) { forEachValue(show, record); });
+    return values;
+}
