@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controller/metatypes.h"
+#include "device/transfer.h"
 #include "link/portlister.h"
 #include "model/datafromdevice.h"
 
@@ -69,6 +70,8 @@ public:
     /// Why a request has failed since the last call: what `error` told, or another reason why nothing was done; empty
     /// when none has failed.
     QString takeFailure();
+    /// Ends the transfer that runs, between two exchanges. May be called from any thread.
+    void stopTransfer() { isStoppingTransfer = true; }
     /// From now on reads end before their next exchange. May be called from any thread.
     void skipReads() { isSkippingReads = true; }
 
@@ -89,6 +92,10 @@ signals:
     void updateFailed();
     /// Emitted during an upload whenever the percentage, 0 to 100, has grown.
     void updateProgress(int percent);
+    /// Emitted during a transfer after each record.
+    void transferProgress(int done, int total);
+    /// Ends every transfer, after the signals that announce the records.
+    void transferred(const TransferReport &report);
 
 public slots:
     /// Probes every port until one answers, then opens it, reads the unit's identity into a new model and emits
@@ -173,6 +180,11 @@ public slots:
     /// sent; `error` when there is no such file.
     void updateFirmware(const QString &path);
 
+    /// Reads records into the model and announces them; `transferred` ends it, also when it fails.
+    void readRecords(const std::set<RecordId> &records);
+    /// Writes what differs and reads it back, as `Transfer::write`; otherwise as `readRecords`.
+    void writeRecords(const TransferOrder &order);
+
 private:
     void report(const QString &message);
     /// Runs one request: only with a unit, its failures turned into signals.
@@ -202,6 +214,11 @@ private:
     template <typename Record, std::size_t... Row>
     void changeRow(int row, int value, std::index_sequence<Row...> rows);
 
+    // devicecontroller_transfer.cpp
+    void transfer(const UnitPart &present, const std::set<RecordId> &records,
+                  const std::function<Transfer::Outcome(Transfer &transfer, UnitPart &part)> &work);
+    void publish(const UnitPart &part, const std::set<RecordId> &records);
+
     PortLister portLister;
     Timeouts timeouts;
     std::vector<std::unique_ptr<DataFromDevice>> models;  // the last one is `data`
@@ -210,4 +227,5 @@ private:
     QString failure;
     bool isReadingFirst = false;
     std::atomic<bool> isSkippingReads = false;
+    std::atomic<bool> isStoppingTransfer = false;
 };

@@ -19,6 +19,7 @@ void registerMetaTypes()
     qRegisterMetaType<MidiDeviceTapTempo>();
     qRegisterMetaType<TapTempoNote>();
     qRegisterMetaType<PresetExpressionPedal>();
+    qRegisterMetaType<TransferReport>();
     qRegisterMetaType<QVector<ControlChangeData>>();
     qRegisterMetaType<QVector<QString>>();
     qRegisterMetaType<QVector<int>>();

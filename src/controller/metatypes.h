@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controller/transferreport.h"
 #include "model/records.h"
 
 #include <QMetaType>
@@ -24,6 +25,7 @@ Q_DECLARE_METATYPE(MidiDeviceTapTempo)
 Q_DECLARE_METATYPE(TapTempoNote)
 Q_DECLARE_METATYPE(ControlChangeData)
 Q_DECLARE_METATYPE(PresetExpressionPedal)
+Q_DECLARE_METATYPE(TransferReport)
 
 /// Registers them, so that queued connections can carry them. Every controller does it before anything is connected.
 void registerMetaTypes();

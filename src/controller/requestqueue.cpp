@@ -40,10 +40,10 @@ void RequestQueue::change(Change change)
     startNext();
 }
 
-void RequestQueue::upload(Work work)
+void RequestQueue::exclusive(Work work)
 {
     if (!connected) return;
-    waiting.push_back({Kind::Upload, {}, made(std::move(work))});
+    waiting.push_back({Kind::Exclusive, {}, made(std::move(work))});
     startNext();
 }
 
@@ -126,7 +126,7 @@ void RequestQueue::finished(const QString &failure)
     startNext();
 }
 
-void RequestQueue::giveUp(std::deque<Request> requests)
+void RequestQueue::giveUp(const std::deque<Request> &requests)
 {
     QStringList words;
     for (const Request &request : requests) {

@@ -41,8 +41,8 @@ public:
         const QString &key, Work work, Work failed = [] {});
     /// Without a unit the change is dropped, which `dropped` tells.
     void change(Change change);
-    /// Something long that is neither; it is dropped without a unit.
-    void upload(Work work);
+    /// Something long that is neither, such as an upload; it is dropped without a unit.
+    void exclusive(Work work);
     /// The unit is lost: `work` finds the next one before anything else. Reads that wait are forgotten, since what is
     /// shown is read again then.
     void search(Work work);
@@ -102,7 +102,7 @@ signals:
     void undelivered(const QStringList &changes);
 
 private:
-    enum class Kind { Read, Change, Upload, Search };
+    enum class Kind { Read, Change, Exclusive, Search };
     struct Request
     {
         Kind kind;
@@ -117,7 +117,7 @@ private:
     void finished(const QString &failure);
     void unitIsLost();
     /// Tells of changes that did not reach the unit.
-    void giveUp(std::deque<Request> requests);
+    void giveUp(const std::deque<Request> &requests);
     void forgetReads();
 
     DeviceController &controller;

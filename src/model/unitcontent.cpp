@@ -1,5 +1,18 @@
 #include "model/unitcontent.h"
 
+namespace {
+
+template <typename Record>
+void chooseFirst(Record &record)
+{
+    forEachField<Record>([&](const auto &row) {
+        using Value = std::decay_t<decltype(record.*row.member)>;
+        if constexpr (std::is_enum_v<Value> || std::is_same_v<Value, bool>) record.*row.member = fromIndex<Value>(0);
+    });
+}
+
+}  // namespace
+
 std::set<RecordId> recordsOfBank(int bank)
 {
     std::set<RecordId> records{{RecordId::Kind::Bank, bank, 0}};
@@ -21,4 +34,14 @@ const std::set<RecordId> &allRecords()
         return records;
     }();
     return all;
+}
+
+UnitContent emptyContent()
+{
+    UnitContent content;
+    chooseFirst(content.settings);
+    chooseFirst(content.midiIn);
+    chooseFirst(content.expressionPedal);
+    content.expressionPedal.toeDown = 127;
+    return content;
 }

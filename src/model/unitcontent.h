@@ -28,6 +28,7 @@ struct RecordId
 {
     enum class Kind { DeviceInfo, Settings, MidiIn, ExpressionPedal, SwitchOuts, MidiDevice, Bank, Preset };
 
+    // NOLINTNEXTLINE(modernize-use-nullptr): what the compiler makes of it compares with 0
     auto operator<=>(const RecordId &) const = default;
 
     Kind kind = Kind::DeviceInfo;
@@ -66,6 +67,11 @@ decltype(auto) visitRecord(Content &content, const RecordId &id, Visit visit)
 std::set<RecordId> recordsOfBank(int bank);
 /// All 1,116 records of a unit, its identity among them.
 const std::set<RecordId> &allRecords();
+
+/// What a unit holds once it is cleared: no names, plain presets that switch everything off, MIDI devices without
+/// controllers, the first choice of each global setting, the pedal from 0 to 127. What is set on the unit stays
+/// default.
+UnitContent emptyContent();
 
 /// Some of a unit's records: what a file tells, what has been read.
 struct UnitPart

@@ -23,6 +23,7 @@ inline constexpr ValueRange midiDevice{1, midiDeviceCount};
 inline constexpr ValueRange midiDeviceOrNone{1, midiDeviceCount, none};
 inline constexpr ValueRange position{1, controllerCount};
 inline constexpr ValueRange positionOrNone{1, controllerCount, none};
+inline constexpr ValueRange pedalPosition{0, controllerCount, none};  // 0: none was ever assigned
 inline constexpr ValueRange channel{1, 16, none};
 inline constexpr ValueRange program{1, 128, none};
 inline constexpr ValueRange data{0, 127};
@@ -144,7 +145,7 @@ template <typename Fields>
 void describe(Fields &fields, RecordIn<Fields, PresetExpressionPedal> pedal)
 {
     fields.number('A', pedal.midiDeviceNumber, ranges::midiDeviceOrNone);
-    fields.number('B', pedal.controllerNumber, ranges::positionOrNone);
+    fields.number('B', pedal.controllerNumber, ranges::pedalPosition);
     fields.number('C', pedal.characteristic, ranges::characteristic);
     fields.number('D', pedal.toeUp, ranges::data);
     fields.number('E', pedal.toeDown, ranges::data);

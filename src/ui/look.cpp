@@ -96,6 +96,15 @@ QString plainButtonStyle(const QString &hoverColor)
         .arg(hoverColor, focusColor);
 }
 
+QString answerButtonStyle(const QString &hoverColor)
+{
+    return QStringLiteral("QPushButton { color: white; background-color: %1; border-radius: 5;"
+                          " text-align: center; }\n"
+                          "QPushButton:hover { background-color: %2; }\n"
+                          "QPushButton:focus { border: 1px solid %3; }")
+        .arg(cellColor, hoverColor, focusColor);
+}
+
 QString menuStyle()
 {
     return QStringLiteral("QMenu { background-color: %1; color: white; padding: 0px; }\n"

@@ -46,6 +46,8 @@ QString comboBoxStyle(const QString &background);
 QString tabButtonStyle(bool selected);
 /// A flat button with an icon, a text or both, that takes `hoverColor` under the mouse.
 QString plainButtonStyle(const QString &hoverColor);
+/// A button that answers, white on black, and takes `hoverColor` under the mouse.
+QString answerButtonStyle(const QString &hoverColor);
 QString menuStyle();
 
 /// Replaces the first line of the widget's style sheet that sets a background colour by `line`, or appends `line` where

@@ -138,7 +138,7 @@ TEST(Commands, RefusedCommandsChangeNothing)
         {"10", "WBB|A0|", "C0 C4 D10 D-1"},
         {"10", "WBP|A0|B0|D0|", "EA0;B1;C1;D1;E1;F1;G1 EA1;B1;C1;D1;E1;F1;G5 FA1;B1;C1;D1;E1;F5"},
         {"10", "WBP|A0|B0|D0|G", "a0 a129 j254 AA0,B1,C1 AA11,B1,C1 AA255,B1,C1 AA1,B21,C1 AA1,B0,C254 AA1,B1,C128"},
-        {"10", "WBP|A0|B0|D0|GnA", "0,B1,C1,D1,E1 1,B0,C1,D1,E1 1,B1,C4,D1,E1 1,B1,C1,D128,E1 1,B1,C1,D1,E255"},
+        {"10", "WBP|A0|B0|D0|GnA", "0,B1,C1,D1,E1 1,B21,C1,D1,E1 1,B1,C4,D1,E1 1,B1,C1,D128,E1 1,B1,C1,D1,E255"},
         {"10", "WMD|A1|", "C0 C17 D2 E0 E4 a0 a21 b253 c128 d4 FAX;B128" + otherControllers},
         {"10", "WMI|", "A254 B4 C3"},
         {"10", "WEP|", "C0 D6 E128 F255 J11 J0 K21"},

@@ -164,7 +164,7 @@ TEST_P(LongFaults, InTheFirmwareUpload)
     };
     const QString complete = "UPLOAD COMPLETE|NOW KORA WILL RESTART AND INSTALL NEW FIRMWARE.\n"
                              "AFTER INSTALATION, PLEASE RESTART THIS PROGRAM";
-    unit.queueFault(GetParam().fault, 2);
+    unit.queueFault(GetParam().fault, allRecords().size() + 2);  // a safety copy comes first
     EXPECT_EQ(upload(), fails() ? "UPLOAD FAILED|FIRMWARE UPLOAD FAILED" : complete);
     EXPECT_EQ(unit.memory().firmware, fails() ? before : sent);
     if (fails()) {

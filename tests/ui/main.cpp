@@ -1,5 +1,5 @@
 #include <QApplication>
-#include <QCoreApplication>
+#include <QStandardPaths>
 
 #include <gtest/gtest.h>
 
@@ -7,5 +7,6 @@ int main(int argc, char **argv)
 {
     testing::InitGoogleTest(&argc, argv);
     const QApplication application(argc, argv);
+    QStandardPaths::setTestModeEnabled(true);  // safety copies do not go to the user's
     return RUN_ALL_TESTS();
 }

@@ -181,20 +181,32 @@ TEST_F(Window, ASecondEditorOnThePortGetsOnWithTheFirst)
     second.close();
 }
 
-TEST_F(Window, TheMenuOffersTheUpgradeAndThreeEmptySubmenus)
+TEST_F(Window, TheMenuOffersWhatNeedsAUnitOnlyWhileThereIsOne)
 {
     window.move(-600, 0);  // the menu would be moved to stay on the small screen of the offscreen platform
     click("pushButton_menu");
     auto *const menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
     ASSERT_NE(menu, nullptr);
-    QStringList texts;
-    for (const QAction *const action : menu->actions())
-        texts << action->text() + (action->menu() ? QString(": %1").arg(action->menu()->actions().size()) : QString());
-    EXPECT_EQ(texts, QStringList({"FIRMWARE UPGRADE", "BACKUP: 0", "RESTORE: 0", "FACTORY RESET: 0"}));
+    const auto offered = [menu] {
+        QStringList texts;
+        for (const QAction *const action : menu->actions()) {
+            texts << action->text();
+            if (!action->menu()) continue;
+            for (const QAction *const entry : action->menu()->actions())
+                texts << (entry->isEnabled() ? "+" : "-") + entry->text();
+        }
+        return texts.join('|');
+    };
+    const QString expected = "FIRMWARE UPGRADE|BACKUP|+WHOLE UNIT...|+THIS BANK...|RESTORE|+FROM FILE...|"
+                             "+COMPARE WITH FILE...|+BEFORE THE LAST RESTORE...|FACTORY RESET|+CLEAR THIS BANK...|"
+                             "+CLEAR WHOLE UNIT...";
+    EXPECT_EQ(offered(), expected);
     EXPECT_EQ(menu->pos(), find<QPushButton>("pushButton_menu").mapToGlobal({0, 29}));
     onDialog([](QWidget &files) { static_cast<QDialog &>(files).reject(); });
     menu->actions().front()->trigger();
     menu->close();
+    loseUnit();
+    EXPECT_EQ(offered(), QString(expected).replace('+', '-'));
 }
 
 TEST_F(Window, IsMovedByItsTopMinimisedClosedAndTellsAboutItself)

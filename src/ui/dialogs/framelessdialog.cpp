@@ -54,11 +54,7 @@ QPushButton *FramelessDialog::makeButton(const QString &objectName, const QStrin
     auto *button = new QPushButton(text, this);
     button->setObjectName(objectName);
     button->setFont(look::pixelFont(DataFromDevice::fontTabs));
-    button->setStyleSheet(QStringLiteral("QPushButton { color: white; background-color: %1; border-radius: 5;"
-                                         " text-align: center; }\n"
-                                         "QPushButton:hover { background-color: %2; }\n"
-                                         "QPushButton:focus { border: 1px solid %3; }")
-                              .arg(look::cellColor, hoverColor, look::focusColor));
+    button->setStyleSheet(look::answerButtonStyle(hoverColor));
     return button;
 }
 

@@ -4,6 +4,7 @@
 #include "ui/combobox.h"
 #include "ui/look.h"
 #include "ui/preview/previewwidget.h"
+#include "ui/shell/unitfiles.h"
 #include "ui/tables/tabfootswitchfunction.h"
 #include "ui/tables/tabloops.h"
 #include "ui/tables/tabmidi.h"
@@ -106,8 +107,12 @@ void MainWindow::makeMenu()
     menu = new QMenu(this);
     menu->setStyleSheet(look::menuStyle());
     menu->addAction(QStringLiteral("FIRMWARE UPGRADE"), this, &MainWindow::updateFirmware);
-    for (const char *title : {"BACKUP", "RESTORE", "FACTORY RESET"})
-        menu->addMenu(QLatin1String(title))->setStyleSheet(look::menuStyle());
+    std::array<QMenu *, 3> submenus{};
+    for (std::size_t index = 0; const char *title : {"BACKUP", "RESTORE", "FACTORY RESET"}) {
+        submenus[index] = menu->addMenu(QLatin1String(title));
+        submenus[index++]->setStyleSheet(look::menuStyle());
+    }
+    makeUnitFiles(*submenus[0], *submenus[1], *submenus[2]);
 }
 
 void MainWindow::makeController()
@@ -135,6 +140,7 @@ void MainWindow::showDisconnected()
 {
     look::makeIconButton(ui.pushButton_connection, plugRed, {36, 36}, tr("No unit found: help"));
     ui.label_deviceStatus->setText(disconnectedText());
+    files->setEnabled(false);
     ui.label_deviceFirmware->clear();
 }
 
@@ -143,6 +149,7 @@ void MainWindow::deviceFound(DataFromDevice *newData)
     if (requests.isSearchWaiting()) return;  // its identity could not be read: the next search lets it go again
     look::makeIconButton(ui.pushButton_connection, plugGreen, {36, 36}, tr("The unit is connected"));
     ui.label_deviceStatus->setText(connectedText());
+    files->setEnabled(true);
     data = newData;
     const auto info = data->deviceInfo.load();
     if (info)

@@ -29,6 +29,7 @@ class TabMidi;
 class TabMidiDevices;
 class TabSwitch;
 class TabWahPads;
+class UnitFiles;
 
 /// The editor's one window. It owns the worker thread and the device controller on it, the tabs and the dialogs, and
 /// wires them together; it shows the pages, the connection, errors and the menu.
@@ -200,7 +201,13 @@ private:
     bool confirmsEmptyImage(const QString &path);
     void showBusy();
     void hideBusy();
-    void setBusy(bool busy);
+    /// The veil keeps the mouse away, this the keyboard.
+    void setVeiled(bool veiled);
+
+    // mainwindow_transfer.cpp: backup, restore and clearing
+    void makeUnitFiles(QMenu &backup, QMenu &restore, QMenu &reset);
+    void showTransfer(const QString &text);
+    void hideTransfer();
 
     QThread workerThread{this};
     std::unique_ptr<DeviceController> controller;  // lives on the worker thread
@@ -219,6 +226,7 @@ private:
     std::unique_ptr<TabMidi> tabMidi;
     std::unique_ptr<TabMidiDevices> tabMidiDevices;
     std::array<BankTable *, SubTabCount> bankTables{};
+    std::unique_ptr<UnitFiles> files;
     PreviewWidget *preview = nullptr;  // a child of its page
     std::vector<SettingBox> settingBoxes;
     QVector<ComboBox *> switchOutBoxes;

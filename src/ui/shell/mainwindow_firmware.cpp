@@ -1,5 +1,6 @@
 #include "ui/look.h"
 #include "ui/shell/mainwindow.h"
+#include "ui/shell/unitfiles.h"
 
 #include <QCoreApplication>
 #include <QFileDialog>
@@ -14,7 +15,7 @@ void MainWindow::connectFirmware()
 {
     DeviceController *const unit = controller.get();
     connect(this, &MainWindow::updateFirmwareSignal, this, [this](const QString &path) {
-        requests.upload(requests.onWorker(&DeviceController::updateFirmware, path));
+        requests.exclusive(requests.onWorker(&DeviceController::updateFirmware, path));
     });
     connect(unit, &DeviceController::updateComplete, this, &MainWindow::updateComplete);
     connect(unit, &DeviceController::updateFailed, this, &MainWindow::updateFailed);
@@ -39,8 +40,10 @@ void MainWindow::updateFirmware()
                           tr("The unit that the file was chosen for is not connected any more. Nothing was sent."));
         return;
     }
-    emit updateFirmwareSignal(path);
-    showBusy();
+    files->protect([this, path] {
+        emit updateFirmwareSignal(path);
+        showBusy();
+    });
 }
 
 bool MainWindow::confirmsEmptyImage(const QString &path)
@@ -59,27 +62,29 @@ void MainWindow::showBusy()
     ui.label_loading->movie()->start();
     ui.label_loadingText->setText(QStringLiteral("SENDING NEW FIRMWARE TO DEVICE. PLEASE WAIT"));
     ui.progressBar_loading->setValue(0);
-    setBusy(true);
+    isUploading = true;
+    setVeiled(true);
+    ui.label_loadingText->show();
+    ui.progressBar_loading->show();
     ui.pushButton_minimizeWindow->setFocus();
 }
 
 void MainWindow::hideBusy()
 {
+    isUploading = false;
     ui.label_loading->movie()->stop();
-    setBusy(false);
+    ui.label_loadingText->hide();
+    ui.progressBar_loading->hide();
+    setVeiled(false);
 }
 
-void MainWindow::setBusy(bool busy)
+void MainWindow::setVeiled(bool veiled)
 {
-    isUploading = busy;
-    ui.label_loading->setVisible(busy);
-    ui.label_loadingText->setVisible(busy);
-    ui.progressBar_loading->setVisible(busy);
-    // The veil keeps the mouse away, this the keyboard.
-    ui.pushButton_menu->setDisabled(busy);
+    ui.label_loading->setVisible(veiled);
+    ui.pushButton_menu->setDisabled(veiled);
     for (const Page &page : ui.pages) {
-        page.button->setDisabled(busy);
-        page.widget->setDisabled(busy);
+        page.button->setDisabled(veiled);
+        page.widget->setDisabled(veiled);
     }
 }
 

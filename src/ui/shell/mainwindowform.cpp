@@ -197,28 +197,49 @@ void MainWindowForm::makePresetsPage()
     }
 }
 
+QProgressBar *MainWindowForm::makeProgress(const char *name, const QRect &place, const QString &accessibleName)
+{
+    auto *progress = make<QProgressBar>(body, name, place);
+    progress->setRange(0, 100);
+    progress->setTextVisible(false);
+    progress->setAccessibleName(accessibleName);
+    progress->setStyleSheet(QStringLiteral("QProgressBar { background-color: %1; border: none; border-radius: 8; }\n"
+                                           "QProgressBar::chunk { background-color: %2; border-radius: 8; }")
+                                .arg(look::tabColor, look::focusColor));
+    return progress;
+}
+
 void MainWindowForm::makeBusyDisplay()
 {
     const QRect textPlace(QPoint((windowSize.width() - 481) / 2, 430), QSize(481, 51));
+    const QRect progressPlace = textPlace.translated(0, textPlace.height()).adjusted(0, 0, 0, -35);
     label_loading = make<QLabel>(body, "label_loading", QRect(QPoint(), windowSize));
     label_loading->setStyleSheet(QStringLiteral("background-color: rgba(255, 255, 255, 40%);"));
     label_loading->setAlignment(Qt::AlignCenter);
+
     label_loadingText = makeLabel(body, "label_loadingText", textPlace, DataFromDevice::fontSettingsLabel);
     label_loadingText->setStyleSheet(QStringLiteral("background: transparent; color: white;"));
     label_loadingText->setAlignment(Qt::AlignCenter);
-    progressBar_loading = make<QProgressBar>(body, "progressBar_loading",
-                                             textPlace.translated(0, textPlace.height()).adjusted(0, 0, 0, -35));
-    progressBar_loading->setRange(0, 100);
-    progressBar_loading->setTextVisible(false);
-    progressBar_loading->setAccessibleName(QObject::tr("Progress of the upload"));
-    progressBar_loading->setStyleSheet(
-        QStringLiteral("QProgressBar { background-color: %1; border: none; border-radius: 8; }\n"
-                       "QProgressBar::chunk { background-color: %2; border-radius: 8; }")
-            .arg(look::tabColor, look::focusColor));
+    progressBar_loading = makeProgress("progressBar_loading", progressPlace, QObject::tr("Progress of the upload"));
+
+    label_transfer = makeLabel(body, "label_transfer", textPlace, DataFromDevice::fontSettingsLabel);
+    label_transfer->setStyleSheet(QStringLiteral("background-color: %1; color: white; border-radius: 8;")
+                                      .arg(look::windowColor));  // readable over every page
+    label_transfer->setAlignment(Qt::AlignCenter);
+    progressBar_transfer =
+        makeProgress("progressBar_transfer", progressPlace.translated(0, 6), QObject::tr("Progress of the transfer"));
+    pushButton_cancelTransfer = make<QPushButton>(
+        body, "pushButton_cancelTransfer", QRect(windowSize.width() / 2 - 60, progressPlace.bottom() + 20, 120, 32));
+    pushButton_cancelTransfer->setText(QStringLiteral("CANCEL"));
+    pushButton_cancelTransfer->setFont(look::pixelFont(DataFromDevice::fontTabs));
+    pushButton_cancelTransfer->setStyleSheet(look::answerButtonStyle(look::rejectColor));
+
     // The veil lies above everything but these.
     pushButton_minimizeWindow->raise();
     pushButton_closeWindow->raise();
-    label_loading->hide();
-    label_loadingText->hide();
-    progressBar_loading->hide();
+    for (QWidget *const hidden :
+         {static_cast<QWidget *>(label_loading), static_cast<QWidget *>(label_loadingText),
+          static_cast<QWidget *>(progressBar_loading), static_cast<QWidget *>(label_transfer),
+          static_cast<QWidget *>(progressBar_transfer), static_cast<QWidget *>(pushButton_cancelTransfer)})
+        hidden->hide();
 }

@@ -2,6 +2,8 @@
 
 #include <array>
 
+class QRect;
+class QString;
 class QLabel;
 class QMainWindow;
 class QProgressBar;
@@ -62,11 +64,17 @@ public:
     QLabel *label_loadingText;
     QProgressBar *progressBar_loading;
 
+    // Transfer of a unit or a part of it, under the same veil
+    QLabel *label_transfer;
+    QProgressBar *progressBar_transfer;
+    QPushButton *pushButton_cancelTransfer;
+
 private:
     void makeTopBand();
     void makePages();
     void makePresetsPage();
     void makeBusyDisplay();
+    QProgressBar *makeProgress(const char *name, const QRect &place, const QString &accessibleName);
 
     QWidget *body;  // the central widget: everything stands on it
 };

@@ -19,6 +19,7 @@ void prepareApplication()
 {
     for (const char *name : {"Bold", "Regular", "SemiBold", "ExtraBold", "Light"})
         QFontDatabase::addApplicationFont(QStringLiteral(":/fonts/OpenSans-%1.ttf").arg(QLatin1String(name)));
+    QApplication::setApplicationName(QStringLiteral("kora"));  // names the user's data folder
     QApplication::setDesktopFileName(QStringLiteral("kora"));  // of kora.desktop: its icon in the task bar
     QApplication::setStyle(QStringLiteral("Fusion"));
     QApplication::setPalette(look::darkPalette());

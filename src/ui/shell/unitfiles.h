@@ -1,0 +1,71 @@
+#pragma once
+
+#include "controller/devicecontroller.h"
+#include "controller/safetycopies.h"
+#include "model/differences.h"
+
+#include <QObject>
+#include <QString>
+
+#include <functional>
+#include <optional>
+#include <vector>
+
+class QAction;
+class QMenu;
+class QWidget;
+class RequestQueue;
+
+/// The entries of BACKUP, RESTORE and FACTORY RESET: what the unit holds goes to a file, and what a file holds goes to
+/// the unit, after the user has seen what differs and a safety copy was made, and is read back.
+class UnitFiles : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// What the window does for it.
+    struct Window
+    {
+        QWidget *widget;                                ///< the parent of dialogs
+        std::function<int()> shownBank;                 ///< of the presets page
+        std::function<void(const QString &)> showBusy;  ///< with a text, until hideBusy
+        std::function<void()> hideBusy;
+    };
+
+    UnitFiles(RequestQueue &queue, DeviceController &unit, Window owner, SafetyCopies safetyCopies = SafetyCopies());
+
+    void fillMenus(QMenu &backup, QMenu &restore, QMenu &reset);
+    /// The entries need a unit.
+    void setEnabled(bool enabled);
+    /// Reads the unit and saves a safety copy, then calls `then`; not if the user stops it or does not go on without.
+    void protect(const std::function<void()> &then);
+    /// Ends the transfer that runs, between two exchanges.
+    void cancel();
+
+private:
+    using Then = std::function<void(const TransferReport &)>;
+
+    void backUp(const QString &suggestedName, const std::set<RecordId> &records);
+    void restoreFrom(const QString &path);
+    void compareWith(const QString &path);
+    void clear(const std::set<RecordId> &records);
+    /// Reads the unit, shows in what it differs from `part`, and writes what the user leaves checked.
+    void offer(const UnitPart &part, const QString &name);
+    void write(const UnitPart &present, const std::vector<Difference> &chosen, const UnitContent &source);
+    void tellResult(const TransferReport &report, const UnitContent &wanted, const std::vector<Difference> &chosen);
+    bool isSafe(const UnitPart &present);
+    bool asksToGoOn(const QString &why);
+    void tell(const QString &title, const QString &text, bool isError = false);
+    QString openPath(const QString &title, const QString &folder = QString());
+    /// Loads a file; tells why it cannot be and returns nothing then.
+    std::optional<UnitPart> load(const QString &path);
+    void read(const std::set<RecordId> &records, const QString &busyText, Then then);
+    void transferred(const TransferReport &report);
+
+    RequestQueue &requests;
+    DeviceController &controller;
+    Window window;
+    SafetyCopies copies;
+    std::vector<QAction *> entries;
+    Then waiting;  ///< what comes after the transfer that runs
+};
