@@ -1,7 +1,9 @@
 // What the editor's own work adds to an exchange. Every exchange is measured in turn with a bare use of QSerialPort, so
 // that whatever else the machine does meets both; medians are compared, and a ratio above its limit is a failure.
 
+#include "archive/unitfile.h"
 #include "device/kora.h"
+#include "device/transfer.h"
 #include "link/connection.h"
 #include "protocol/converter.h"
 #include "simulator/unitport.h"
@@ -118,8 +120,36 @@ void upload(benchmark::State &state)
     report(state, costs, bases, 1.15);
 }
 
+UnitPart wholeUnit(Bench &bench)
+{
+    UnitPart unit;
+    Transfer(bench.kora).read(unit, allRecords());
+    return unit;
+}
+
+/// Writing the file of a whole unit, against reading the unit.
+void fileWriting(benchmark::State &state)
+{
+    Bench bench;
+    const UnitPart unit = wholeUnit(bench);
+    const QDateTime now = QDateTime::currentDateTimeUtc();
+    compare(
+        state, 0.5, [&] { benchmark::DoNotOptimize(archive::toJson(unit, now)); }, [&] { wholeUnit(bench); });
+}
+
+/// Parsing that file, against the same.
+void fileParsing(benchmark::State &state)
+{
+    Bench bench;
+    const QByteArray json = archive::toJson(wholeUnit(bench), QDateTime::currentDateTimeUtc());
+    compare(
+        state, 0.5, [&] { benchmark::DoNotOptimize(archive::fromJson(json)); }, [&] { wholeUnit(bench); });
+}
+
 BENCHMARK(exchange)->Iterations(1000);
 BENCHMARK(codec)->Iterations(500);
+BENCHMARK(fileWriting)->Iterations(20)->Unit(benchmark::kMillisecond);
+BENCHMARK(fileParsing)->Iterations(20)->Unit(benchmark::kMillisecond);
 BENCHMARK(upload)->Iterations(1)->Unit(benchmark::kMillisecond);
 
 /// Prints the ratios as well, and knows whether all limits hold.

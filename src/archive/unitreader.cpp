@@ -5,7 +5,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QRegularExpression>
 
 #include <cmath>
 #include <limits>
@@ -100,9 +99,10 @@ int read(std::string &text, const QJsonValue &value, const Range &, const Place 
         return 1;
     }
     const QJsonObject object = value.toObject();
-    const QByteArray hexadecimal = object.value(QLatin1String(key::bytes)).toString().toLatin1().toLower();
+    const QJsonValue told = object.value(QLatin1String(key::bytes));
+    const QByteArray hexadecimal = told.toString().toLatin1().toLower();
     const QByteArray bytes = QByteArray::fromHex(hexadecimal);
-    if (object.keys() != QStringList(key::bytes) || bytes.toHex() != hexadecimal)
+    if (object.size() != 1 || !told.isString() || bytes.toHex() != hexadecimal)
         place.refuse(QStringLiteral("a text is expected"));
     text = bytes.toStdString();
     return 1;

@@ -1,13 +1,26 @@
 #include "model/controlchanges.h"
 
 #include <algorithm>
-#include <map>
 
 namespace {
 
 constexpr std::uint8_t noDevice = 20;  // what fillers name
 
-using Messages = std::map<std::pair<std::uint8_t, std::uint8_t>, std::uint8_t>;  // by device and controller
+/// The records of a list that say something, one for each controller, in their order.
+std::vector<ControlChangeData> withoutRest(const std::vector<ControlChangeData> &list)
+{
+    Messages left = messagesOf(list);
+    std::vector<ControlChangeData> records;
+    for (const ControlChangeData &record : list) {
+        const auto found = left.find({record.midiDeviceNumber, record.controllerNumber});
+        if (found == left.end()) continue;
+        records.emplace_back(record.midiDeviceNumber, record.controllerNumber, found->second);
+        left.erase(found);
+    }
+    return records;
+}
+
+}  // namespace
 
 Messages messagesOf(const std::vector<ControlChangeData> &list)
 {
@@ -18,21 +31,16 @@ Messages messagesOf(const std::vector<ControlChangeData> &list)
     return messages;
 }
 
-/// The records of a list that say something, one for each controller, in their order.
-std::vector<ControlChangeData> withoutRest(const std::vector<ControlChangeData> &list)
+void setMessage(std::vector<ControlChangeData> &list, const ControlChangeData &change)
 {
-    Messages left = messagesOf(list);
-    std::vector<ControlChangeData> records;
-    for (const ControlChangeData &record : list) {
-        const auto found = left.find({record.midiDeviceNumber, record.controllerNumber});
-        if (found == left.end() || records.size() == maxControlChanges) continue;
-        records.emplace_back(record.midiDeviceNumber, record.controllerNumber, found->second);
-        left.erase(found);
-    }
-    return records;
+    list.push_back(change);
+    list = withoutRest(list);
+    if (change.value == inactiveValue)
+        std::erase_if(list, [&](const ControlChangeData &record) {
+            return record.midiDeviceNumber == change.midiDeviceNumber &&
+                   record.controllerNumber == change.controllerNumber;
+        });
 }
-
-}  // namespace
 
 bool isFiller(const ControlChangeData &record)
 {
@@ -48,7 +56,8 @@ void fillUp(std::vector<ControlChangeData> &list)
 std::vector<std::vector<ControlChangeData>> controlChangeLists(const std::vector<ControlChangeData> &present,
                                                                const std::vector<ControlChangeData> &wanted)
 {
-    const std::vector<ControlChangeData> target = withoutRest(wanted);
+    std::vector<ControlChangeData> target = withoutRest(wanted);
+    if (target.size() > maxControlChanges) target.resize(maxControlChanges);
     const Messages kept = messagesOf(target);
     const Messages held = messagesOf(present);
     if (held == kept) return {};

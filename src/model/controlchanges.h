@@ -2,10 +2,21 @@
 
 #include "model/records.h"
 
+#include <map>
+#include <utility>
 #include <vector>
 
 // A preset's list of control changes as it goes to a unit. Nobody knows whether a unit replaces the list that it holds
 // by the one that is written, or merges the two; what is sent ends right with both.
+
+/// Values by MIDI device and controller.
+using Messages = std::map<std::pair<std::uint8_t, std::uint8_t>, std::uint8_t>;
+/// What a list sends. Records that send nothing or name no device count for nothing; of several for a controller the
+/// last counts.
+Messages messagesOf(const std::vector<ControlChangeData> &list);
+/// Makes a list send this value, or nothing to the controller if it is `inactiveValue`. The other records that send
+/// something keep their order, the rest goes. The list may grow beyond 20.
+void setMessage(std::vector<ControlChangeData> &list, const ControlChangeData &change);
 
 /// What an edit filled a list up with: it names no device and sends nothing.
 bool isFiller(const ControlChangeData &record);
@@ -13,7 +24,6 @@ bool isFiller(const ControlChangeData &record);
 void fillUp(std::vector<ControlChangeData> &list);
 
 /// The lists to be written, one after the other, that make a unit which holds `present` send what `wanted` says: none
-/// when it does already, two when what goes and what is to be there have no room in one. Records that send nothing or
-/// name no device count for nothing; of several for a controller the last counts. No more than 20 are wanted.
+/// when it does already, two when what goes and what is to be there have no room in one. No more than 20 are wanted.
 std::vector<std::vector<ControlChangeData>> controlChangeLists(const std::vector<ControlChangeData> &present,
                                                                const std::vector<ControlChangeData> &wanted);

@@ -28,8 +28,7 @@ struct RecordId
 {
     enum class Kind { DeviceInfo, Settings, MidiIn, ExpressionPedal, SwitchOuts, MidiDevice, Bank, Preset };
 
-    // NOLINTNEXTLINE(modernize-use-nullptr): what the compiler makes of it compares with 0
-    auto operator<=>(const RecordId &) const = default;
+    auto operator<=>(const RecordId &) const = default;  // NOLINT(modernize-use-nullptr): it takes the 0 within for one
 
     Kind kind = Kind::DeviceInfo;
     int number = 0;  ///< of a MIDI device, 1 to 10; of a bank, or of a preset's bank, 0 to 99; else 0

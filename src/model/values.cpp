@@ -6,27 +6,6 @@
 
 namespace {
 
-bool sendsNothing(const ControlChangeData &record)
-{
-    return record.value == inactiveValue || !range::device.contains(record.midiDeviceNumber);
-}
-
-auto isFor(int device, int controller)
-{
-    return [device, controller](const ControlChangeData &record) {
-        return record.midiDeviceNumber == device && record.controllerNumber == controller && !sendsNothing(record);
-    };
-}
-
-void put(std::vector<ControlChangeData> &list, const ControlChangeData &change)
-{
-    const auto met = std::ranges::find_if(list, isFor(change.midiDeviceNumber, change.controllerNumber));
-    if (met == list.end())
-        list.push_back(change);
-    else
-        met->value = change.value;
-}
-
 bool isPrintable(const QVector<uint> &codes)
 {
     return std::all_of(codes.begin(), codes.end(), [](uint code) { return QChar::isPrint(code); });
@@ -85,28 +64,6 @@ QString textOf(int number, const Range &range)
 {
     const char *word = wordFor(number, range);
     return word ? QString::fromLatin1(word) : QString::number(number);
-}
-
-std::uint8_t controlValue(const std::vector<ControlChangeData> &list, int device, int controller)
-{
-    const auto last = std::find_if(list.rbegin(), list.rend(), isFor(device, controller));
-    return last == list.rend() ? inactiveValue : last->value;
-}
-
-void setControlValue(std::vector<ControlChangeData> &list, const ControlChangeData &change)
-{
-    std::vector<ControlChangeData> sent;
-    for (const ControlChangeData &record : list)
-        if (!sendsNothing(record)) put(sent, record);
-    put(sent, change);
-    std::erase_if(sent, sendsNothing);
-    list = std::move(sent);
-}
-
-void values_detail::gather(Controllers &controllers, const std::vector<ControlChangeData> &list)
-{
-    for (const ControlChangeData &record : list)
-        if (!sendsNothing(record)) controllers.emplace(record.midiDeviceNumber, record.controllerNumber);
 }
 
 std::vector<ShownValue> valuesOf(const UnitContent &content, const RecordId &id)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/controlchanges.h"
 #include "model/unitcontent.h"
 
 #include <QString>
@@ -9,7 +10,6 @@
 #include <set>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 // Every value that a unit holds, one by one, as the tables of its records tell (records.h): what compares, describes
@@ -107,40 +107,37 @@ bool isWritable(const Row &row, const Value &value)
         return !row.readOnly;
 }
 
-/// The value that a list of control changes sends to a controller, `inactiveValue` when it sends none. Records that
-/// send nothing count for nothing; of several for the same controller the last counts.
-std::uint8_t controlValue(const std::vector<ControlChangeData> &list, int device, int controller);
-/// Makes the list send this value, or nothing if it is `inactiveValue`. Others keep their order; records that send
-/// nothing go. The list may grow beyond `maxControlChanges`.
-void setControlValue(std::vector<ControlChangeData> &list, const ControlChangeData &change);
-
 namespace values_detail {
 
-using Controllers = std::set<std::pair<std::uint8_t, std::uint8_t>>;  // device and controller
-void gather(Controllers &controllers, const std::vector<ControlChangeData> &list);
+inline std::uint8_t valueIn(const Messages &messages, const Messages::key_type &controller)
+{
+    const auto found = messages.find(controller);
+    return found == messages.end() ? inactiveValue : found->second;
+}
 
 template <typename List>
-void store(List &list, const ControlChangeData &change)
+void store(List &list, const Messages::key_type &controller, std::uint8_t value)
 {
     if constexpr (!std::is_const_v<List>)
-        if (controlValue(list, change.midiDeviceNumber, change.controllerNumber) != change.value)
-            setControlValue(list, change);
+        if (valueIn(messagesOf(list), controller) != value)
+            setMessage(list, {controller.first, controller.second, value});
 }
 
 template <typename Visit, typename... Lists>
 void walkControlChanges(ValuePlace place, const Visit &visit, Lists &...lists)
 {
-    Controllers controllers;
-    (gather(controllers, lists), ...);
-    for (const auto &pair : controllers) {
-        const std::uint8_t device = pair.first, controller = pair.second;
-        place.id.slot = device;
-        place.id.part = controller;
+    std::set<Messages::key_type> controllers;
+    for (const auto &messages : {messagesOf(lists)...})
+        for (const auto &message : messages)
+            controllers.insert(message.first);
+    for (const Messages::key_type &controller : controllers) {
+        place.id.slot = controller.first;
+        place.id.part = controller.second;
         const auto visitWith = [&](auto... values) {
             visit(place, rowOf<&ControlChangeData::value>(), values...);
-            (store(lists, {device, controller, values}), ...);
+            (store(lists, controller, values), ...);
         };
-        visitWith(controlValue(lists, device, controller)...);
+        visitWith(valueIn(messagesOf(lists), controller)...);
     }
 }
 
