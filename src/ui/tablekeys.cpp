@@ -3,7 +3,10 @@
 #include <QKeyEvent>
 #include <QTableWidget>
 
-TableKeys::TableKeys(QTableWidget *ruled) : QObject(ruled), table(ruled) { table->installEventFilter(this); }
+TableKeys::TableKeys(QTableWidget *ruledTable) : QObject(ruledTable), table(ruledTable)
+{
+    table->installEventFilter(this);
+}
 
 TableKeys *TableKeys::ofCell(const QWidget *cell)
 {

@@ -12,8 +12,8 @@ class TableKeys : public QObject
     Q_OBJECT
 
 public:
-    /// Rules over `table` and goes with it.
-    explicit TableKeys(QTableWidget *table);
+    /// Rules over `ruledTable` and goes with it.
+    explicit TableKeys(QTableWidget *ruledTable);
 
     /// The keys of the table that a widget is a cell of; null outside tables.
     static TableKeys *ofCell(const QWidget *cell);

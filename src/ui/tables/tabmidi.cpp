@@ -97,7 +97,7 @@ void TabMidi::deviceButtonClicked(int preset, int device)
     if (editor) editor->deleteLater();
     editor = new MidiEditorWindow(*record, *definition, device, table->window());
     editor->setObstacle([this, bank, preset] {
-        const QString outer = outerObstacle();
+        QString outer = outerObstacle();
         if (!outer.isEmpty() || editableRecord(bank, preset)) return outer;
         return tr("The unit does not hold this preset any more as it was when the editor was opened.");
     });

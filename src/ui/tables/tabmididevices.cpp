@@ -221,7 +221,7 @@ void TabMidiDevices::controllersWidgetClicked(int row)
     if (controllerList) controllerList->deleteLater();
     controllerList = new ControllerListWindow(expected, row, table->window());
     controllerList->setObstacle([this, row] {
-        const QString outer = outerObstacle();
+        QString outer = outerObstacle();
         if (!outer.isEmpty() || storedDevice(row)) return outer;
         return tr("This MIDI device has not been read from the unit that is connected now.");
     });
