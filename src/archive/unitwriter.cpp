@@ -60,9 +60,9 @@ template <HasTable Record>
 void writeRows(QJsonObject &object, const Record &record)
 {
     forEachField<Record>([&](const auto &row) {
-        const QString name = QString::fromLatin1(row.key);
+        const QLatin1String name(row.key);
         const QJsonValue value = written(record.*row.member, row.range);
-        const int dot = name.indexOf('.');
+        const int dot = name.indexOf(QLatin1Char('.'));
         if (dot < 0) {
             object.insert(name, value);
             return;
