@@ -152,8 +152,15 @@ void Transfer::Writer::write(PresetData &present, const PresetData &wanted)
         make(present.programChanges[slot], wanted.programChanges[slot], [&] {
             unit.changeProgramValue(bank, preset, static_cast<int>(slot), wanted.programChanges[slot], function);
         });
-    make(present.expressionPedal, wanted.expressionPedal,
-         [&] { unit.changePresetExpressionPedal(bank, preset, wanted.expressionPedal, function); });
+    // A pedal that controls nothing may read as 0; written it is none.
+    const auto written = [](PresetExpressionPedal pedal) {
+        if (rowOf<&PresetExpressionPedal::controllerNumber>().range.isNone(pedal.controllerNumber))
+            pedal.controllerNumber = none;
+        return pedal;
+    };
+    const PresetExpressionPedal pedal = written(wanted.expressionPedal);
+    if (pedal != written(present.expressionPedal))
+        make(present.expressionPedal, pedal, [&] { unit.changePresetExpressionPedal(bank, preset, pedal, function); });
 }
 
 Transfer::Outcome Transfer::write(UnitPart &present, const UnitContent &wanted, const std::set<RecordId> &records)

@@ -112,6 +112,9 @@ TEST_F(Files, ABankIsExportedClearedAndPutBack)
 {
     for (const MidiLists lists : {MidiLists::Replace, MidiLists::Merge}) {
         unit.setMidiLists(lists);
+        unit.alter([](UnitMemory &memory) {
+            memory.presets[0][7].expressionPedal = {1, 4, ExpressionPedalCharacteristic::Linear, 0, 127};
+        });
         const UnitContent before = content();
         const QString path = backUp("THIS BANK...", "bank.kora");
         EXPECT_EQ(archive::load(path).records, recordsOfBank(0));

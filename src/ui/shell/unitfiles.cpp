@@ -78,17 +78,20 @@ void UnitFiles::backUp(const QString &suggestedName, const std::set<RecordId> &r
 
 void UnitFiles::restoreFrom(const QString &path)
 {
-    if (const auto part = load(path)) offer(*part, QFileInfo(path).fileName());
+    if (!load(path)) return;
+    read(allRecords(), tr("READING THE UNIT"), [this, path](const TransferReport &report) {
+        if (const auto part = load(path, report.unit->content)) offer(*report.unit, *part, QFileInfo(path).fileName());
+    });
 }
 
 void UnitFiles::compareWith(const QString &path)
 {
-    const auto part = load(path);
-    if (!part) return;
-    read(allRecords(), tr("READING THE UNIT"), [this, part = *part, path](const TransferReport &report) {
-        DifferencesDialog(differences(report.unit->content, part.content, part.records),
-                          DifferencesDialog::Purpose::Compare, QFileInfo(path).fileName(), window.widget)
-            .exec();
+    if (!load(path)) return;
+    read(allRecords(), tr("READING THE UNIT"), [this, path](const TransferReport &report) {
+        if (const auto part = load(path, report.unit->content))
+            DifferencesDialog(differences(report.unit->content, part->content, part->records),
+                              DifferencesDialog::Purpose::Compare, QFileInfo(path).fileName(), window.widget)
+                .exec();
     });
 }
 
@@ -96,17 +99,15 @@ void UnitFiles::clear(const std::set<RecordId> &records)
 {
     UnitPart empty{emptyContent(), records};
     empty.records.erase({RecordId::Kind::DeviceInfo});
-    offer(empty, tr("EMPTY"));
+    read(allRecords(), tr("READING THE UNIT"),
+         [this, empty](const TransferReport &report) { offer(*report.unit, empty, tr("EMPTY")); });
 }
 
-void UnitFiles::offer(const UnitPart &part, const QString &name)
+void UnitFiles::offer(const UnitPart &present, const UnitPart &part, const QString &name)
 {
-    read(allRecords(), tr("READING THE UNIT"), [this, part, name](const TransferReport &report) {
-        DifferencesDialog dialog(differences(report.unit->content, part.content, part.records),
-                                 DifferencesDialog::Purpose::Restore, name, window.widget);
-        if (dialog.exec() == QDialog::Accepted && !dialog.chosen().empty())
-            write(*report.unit, dialog.chosen(), part.content);
-    });
+    DifferencesDialog dialog(differences(present.content, part.content, part.records),
+                             DifferencesDialog::Purpose::Restore, name, window.widget);
+    if (dialog.exec() == QDialog::Accepted && !dialog.chosen().empty()) write(present, dialog.chosen(), part.content);
 }
 
 void UnitFiles::write(const UnitPart &present, const std::vector<Difference> &chosen, const UnitContent &source)
@@ -187,11 +188,11 @@ QString UnitFiles::openPath(const QString &title, const QString &folder)
                                         fileFilter());
 }
 
-std::optional<UnitPart> UnitFiles::load(const QString &path)
+std::optional<UnitPart> UnitFiles::load(const QString &path, const UnitContent &base)
 {
     if (path.isEmpty()) return std::nullopt;
     try {
-        return archive::load(path);
+        return archive::load(path, base);
     } catch (const archive::Error &error) {
         tell(QStringLiteral("Error"), QString::fromUtf8(error.what()), true);
         return std::nullopt;

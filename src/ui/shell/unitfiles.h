@@ -49,8 +49,8 @@ private:
     void restoreFrom(const QString &path);
     void compareWith(const QString &path);
     void clear(const std::set<RecordId> &records);
-    /// Reads the unit, shows in what it differs from `part`, and writes what the user leaves checked.
-    void offer(const UnitPart &part, const QString &name);
+    /// Shows in what the unit differs from `part`, and writes what the user leaves checked.
+    void offer(const UnitPart &present, const UnitPart &part, const QString &name);
     void write(const UnitPart &present, const std::vector<Difference> &chosen, const UnitContent &source);
     void tellResult(const TransferReport &report, const UnitContent &wanted, const std::vector<Difference> &chosen);
     bool isSafe(const UnitPart &present);
@@ -58,7 +58,7 @@ private:
     void tell(const QString &title, const QString &text, bool isError = false);
     QString openPath(const QString &title, const QString &folder = QString());
     /// Loads a file; tells why it cannot be and returns nothing then.
-    std::optional<UnitPart> load(const QString &path);
+    std::optional<UnitPart> load(const QString &path, const UnitContent &base = {});
     void read(const std::set<RecordId> &records, const QString &busyText, Then then);
     void transferred(const TransferReport &report);
 
