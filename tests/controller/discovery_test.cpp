@@ -62,22 +62,6 @@ TEST(Discovery, DropsTheUnitBeforeItSearchesAgain)
     EXPECT_TRUE(models[1]);
 }
 
-TEST(Discovery, TriesNoPortOnceItIsStopped)
-{
-    UnitPort unit;
-    unit.recordRequests();
-    const std::unique_ptr<QThread> worker(QThread::create([&] {
-        DeviceController controller([&] {
-            QThread::currentThread()->requestInterruption();
-            return QStringList{QString::fromStdString(unit.location())};
-        });
-        controller.searchDevice();
-    }));
-    worker->start();
-    worker->wait();
-    EXPECT_EQ(unit.takeRequests(), Events{});
-}
-
 #ifdef __SANITIZE_ADDRESS__
 constexpr double allowance = 0.3;  // the sanitizers slow everything down
 #else

@@ -1,7 +1,5 @@
 #include "controller/connected.h"
 
-#include <QTemporaryFile>
-
 using Requests = Connected;
 
 TEST_F(Requests, ReadsStoreAndAnnounce)
@@ -69,39 +67,4 @@ TEST_F(Requests, OutOfRangeOrIncompleteSendNothing)
     EXPECT_EQ(recorder.take().size(), 1u);
     EXPECT_EQ(requests(), Events{});
     EXPECT_TRUE(modelled() == unit.memory());
-}
-
-TEST_F(Requests, SendTwentyControlChangesAtMost)
-{
-    readAll();
-    controller.changeControlChangeData(4, 2, QVector<ControlChangeData>(20, {1, 2, 3}) << ControlChangeData(4, 5, 6));
-    EXPECT_EQ(data->presetData[4][2].load()->controlChanges, std::vector<ControlChangeData>(20, {1, 2, 3}));
-    EXPECT_TRUE(modelled() == unit.memory());
-}
-
-TEST_F(Requests, InstallFirmware)
-{
-    QTemporaryFile image;
-    ASSERT_TRUE(image.open());
-    image.write("123456789");
-    image.flush();
-    controller.updateFirmware(image.fileName());
-    EXPECT_EQ(requests(), (Events{"WFD|A1|B313233343536373839", "WFD|C", "WFD|D"}));
-    EXPECT_EQ(recorder.take(), (Events{"updateComplete", "updateProgress 100"}));
-    controller.getDeviceInfo();
-    EXPECT_EQ(data->deviceInfo.load()->firmwareMajor, 0xBB);  // the unit's version is the image's checksum
-    EXPECT_EQ(data->deviceInfo.load()->firmwareMinor, 0x3D);
-
-    unit.queueFault(Fault::errorStatus(), 1);
-    controller.updateFirmware(image.fileName());
-    EXPECT_EQ(recorder.take(), (Events{"updateFailed", "updateProgress 100"}));
-    requests();
-    const std::pair<const char *, const char *> noImages[] = {{"/no/such/file", "error File doesn't exist"},
-                                                              {"/proc", "error File doesn't exist"},
-                                                              {"/proc/self/mem", "updateFailed"}};
-    for (const auto &[path, announced] : noImages) {
-        controller.updateFirmware(path);
-        EXPECT_EQ(recorder.take(), Events{announced}) << path;
-    }
-    EXPECT_EQ(requests(), Events{});
 }

@@ -163,24 +163,6 @@ TEST_F(Window, EveryTableShowsItsOwnBankAgainAfterAReconnection)
     EXPECT_EQ(std::count(asked.begin(), asked.end(), "RBB|A5"), 1);
 }
 
-TEST_F(Window, ASecondEditorOnThePortGetsOnWithTheFirst)
-{
-    MainWindow second(unitsPort, nullptr, {100, 150, 20});
-    second.show();
-    const auto bothConnected = [&] {
-        return isConnected() && second.findChild<QLabel *>("label_deviceStatus")->text() == status();
-    };
-    ASSERT_TRUE(becomes(bothConnected));
-    auto *const secondPage = second.findChild<QPushButton *>("pushButton_settingsTab");
-    for (int round = 0; round < 10; ++round) {  // the one that finds the port held searches until it is free
-        click("pushButton_settingsTab");
-        secondPage->click();
-        QTest::qWait(round);
-    }
-    EXPECT_TRUE(becomes([&] { return bothConnected() && settles() && bothConnected(); }));
-    second.close();
-}
-
 TEST_F(Window, TheMenuOffersWhatNeedsAUnitOnlyWhileThereIsOne)
 {
     window.move(-600, 0);  // the menu would be moved to stay on the small screen of the offscreen platform
