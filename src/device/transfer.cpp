@@ -3,7 +3,13 @@
 #include "device/answerlength.h"
 #include "device/kora.h"
 #include "model/controlchanges.h"
+#include "model/values.h"
 #include "protocol/failure.h"
+
+#include <QThread>
+
+#include <algorithm>
+#include <iterator>
 
 namespace {
 
@@ -12,11 +18,25 @@ template <typename Record>
 void readInto(Record &record, KORA &unit, const RecordId &id)
 {
     if constexpr (std::is_same_v<Record, PresetData>)
-        record = *unit.read<Record>(id.number, id.preset);
+        record = std::move(*unit.read<Record>(id.number, id.preset));
     else if constexpr (std::is_same_v<Record, BankData> || std::is_same_v<Record, MidiDevice>)
-        record = *unit.read<Record>(id.number);
+        record = std::move(*unit.read<Record>(id.number));
     else
-        record = *unit.read<Record>();
+        record = std::move(*unit.read<Record>());
+}
+
+/// Fails when a text that is to be sent breaks the frame, or makes the record too long to be read back.
+template <typename Record>
+void requireSendable(const Record &present, const Record &wanted)
+{
+    if (Table<Record>::write == nullptr || present == wanted) return;
+    if (answerLength(wanted) > Connection::maxFrameLength)
+        fail("A name is too long: the unit could not be read any more");
+    const auto check = [](const ValuePlace &, const auto &row, const auto &held, const auto &value) {
+        if constexpr (std::is_same_v<std::decay_t<decltype(value)>, std::string>)
+            if (held != value && !isWritable(row, value)) fail("A name has a character that cannot be sent");
+    };
+    forEachValue(check, present, wanted);
 }
 
 }  // namespace
@@ -39,7 +59,11 @@ void Transfer::goOn(Outcome &outcome) const
     if (outcome.stopped) fail("The transfer was stopped");
 }
 
-void Transfer::advance(int total) { watch.progress(++done, total); }
+void Transfer::advance(std::size_t total, int records)
+{
+    done += records;
+    watch.progress(done, static_cast<int>(total));
+}
 
 void Transfer::readRecord(UnitPart &part, const RecordId &id)
 {
@@ -55,7 +79,7 @@ Transfer::Outcome Transfer::read(UnitPart &part, const std::set<RecordId> &recor
         for (const RecordId &id : records) {
             goOn(outcome);
             readRecord(part, id);
-            advance(static_cast<int>(records.size()));
+            advance(records.size());
         }
     });
 }
@@ -82,7 +106,7 @@ public:
                  [&] { unit.changeSwitchOut(wanted.switchOuts[slot], static_cast<int>(slot) + 1); });
     }
     void write(BankData &present, const BankData &wanted) { writeMembers(present, wanted, id.number); }
-    void write(MidiDevice &present, const MidiDevice &wanted);
+    void write(MidiDevice &present, const MidiDevice &wanted) { writeMembers(present, wanted, id.number); }
     void write(PresetData &present, const PresetData &wanted);
 
 private:
@@ -91,11 +115,17 @@ private:
     void make(Value &present, const Value &wanted, Exchange exchange)
     {
         if (present == wanted) return;
+        send(exchange);
+        present = wanted;
+    }
+
+    template <typename Exchange>
+    void send(Exchange exchange)
+    {
         transfer.goOn(outcome);
         transfer.touched.insert(id);  // also if it fails: then nobody knows what the unit holds until it is read
         exchange();
         outcome.written.insert(id);
-        present = wanted;
     }
 
     /// Every member that goes out in a field of its own.
@@ -104,8 +134,7 @@ private:
     {
         forEachMember<Record>([&]<auto Member>() {
             constexpr auto row = rowOf<Member>();
-            if constexpr (!row.readOnly && row.group == 0 &&
-                          !std::is_same_v<decltype(row.member), decltype(&MidiDevice::controllers)>)
+            if constexpr (!row.readOnly && row.group == 0)
                 make(present.*Member, wanted.*Member, [&] { unit.change<Member>(wanted.*Member, address...); });
         });
     }
@@ -115,20 +144,6 @@ private:
     Outcome &outcome;
     const RecordId id;
 };
-
-void Transfer::Writer::write(MidiDevice &present, const MidiDevice &wanted)
-{
-    writeMembers(present, wanted, id.number);
-    make(present.controllers, wanted.controllers, [&] {
-        std::vector<std::string> names;
-        std::vector<int> numbers;
-        for (const Controller &controller : wanted.controllers) {
-            names.push_back(controller.name);
-            numbers.push_back(controller.number);
-        }
-        unit.changeControllersNamesAndNumbers(names, numbers, id.number);
-    });
-}
 
 void Transfer::Writer::write(PresetData &present, const PresetData &wanted)
 {
@@ -141,12 +156,9 @@ void Transfer::Writer::write(PresetData &present, const PresetData &wanted)
          [&] { unit.changeLoopType(wanted.bufferLoop, wanted.loops, bank, preset, function); });
     std::tie(present.bufferLoop, present.loops) = loops;
     make(present.switches, wanted.switches, [&] { unit.changeSwitchType(wanted.switches, bank, preset, function); });
-    for (const auto &list : controlChangeLists(present.controlChanges, wanted.controlChanges)) {
-        transfer.goOn(outcome);
-        transfer.touched.insert(id);
-        unit.changeControlChangeData(bank, preset, list, function);
-        outcome.written.insert(id);
-        present.controlChanges = wanted.controlChanges;
+    for (auto &list : controlChangeLists(present.controlChanges, wanted.controlChanges)) {
+        send([&] { unit.changeControlChangeData(bank, preset, list, function); });
+        present.controlChanges = std::move(list);
     }
     for (std::size_t slot = 0; slot < wanted.programChanges.size(); ++slot)
         make(present.programChanges[slot], wanted.programChanges[slot], [&] {
@@ -166,32 +178,34 @@ void Transfer::Writer::write(PresetData &present, const PresetData &wanted)
 Transfer::Outcome Transfer::write(UnitPart &present, const UnitContent &wanted, const std::set<RecordId> &records)
 {
     const Connection::Hold hold = unit.hold();
-    const int total = 2 * static_cast<int>(records.size());
+    std::set<RecordId> unknown;
+    std::ranges::set_difference(records, present.records, std::inserter(unknown, unknown.end()));
+    if (!unknown.empty())
+        if (Outcome outcome = read(present, unknown); outcome.failure || outcome.stopped) return outcome;
+
+    const std::size_t total = 2 * records.size();
     done = 0;
     touched.clear();
     Outcome outcome = run([&](Outcome &result) {
+        const auto check = [](const auto &record, const auto &target) { requireSendable(record, target); };
         for (const RecordId &id : records)
-            visitRecord(wanted, id, [](const auto &record) {
-                if (answerLength(record) > Connection::maxFrameLength)
-                    fail("A name is too long: the unit could not be read any more");
-            });
+            visitRecords(present.content, wanted, id, check);
         for (const RecordId &id : records) {
-            visitRecord(present.content, id, [&]<typename Record>(Record &record) {
-                visitRecord(wanted, id, [&](const auto &target) {
-                    if constexpr (std::is_same_v<std::decay_t<decltype(target)>, Record>)
-                        Writer(*this, result, id).write(record, target);
-                });
-            });
-            advance(total);
+            const auto write = [&](auto &record, const auto &target) {
+                Writer(*this, result, id).write(record, target);
+            };
+            visitRecords(present.content, wanted, id, write);
+            advance(total, touched.contains(id) ? 1 : 2);
         }
     });
-    if (outcome.failure == std::string(receivingTimeout)) return outcome;
+    // What was sent is told truly only once it is read back; when the window closes there is nobody to tell.
+    if (QThread::currentThread()->isInterruptionRequested()) return outcome;
     const auto unread = caught([&] {
         for (const RecordId &id : touched) {
             readRecord(present, id);
             advance(total);
         }
     });
-    if (unread) outcome.failure = unread;
+    if (unread && !outcome.failure) outcome.failure = unread;
     return outcome;
 }

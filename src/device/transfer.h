@@ -37,11 +37,11 @@ public:
     Outcome read(UnitPart &part, const std::set<RecordId> &records);
 
     /// Makes the unit hold these records as in `wanted`. Only what differs from `present`, what the unit holds now, is
-    /// sent: a setting at a time, a preset's function first; never what is set on the unit itself. Afterwards, also
-    /// after a stop or a refusal, what was touched is read back, so that `present` tells what the unit holds; with the
-    /// line lost it tells what the unit has accepted.
+    /// sent: a setting at a time, a preset's function first; never what is set on the unit itself. What `present` does
+    /// not know is read before. Afterwards what was touched is read back, also after a stop, a refusal or a lost
+    /// answer, so that `present` tells what the unit holds; if the line is lost, it tells what the unit has accepted.
     ///
-    /// Fails before anything is sent when a record could not be read back.
+    /// Fails before anything is sent when a name cannot be sent, or not be read back.
     Outcome write(UnitPart &present, const UnitContent &wanted, const std::set<RecordId> &records);
 
 private:
@@ -51,7 +51,7 @@ private:
     void readRecord(UnitPart &part, const RecordId &id);
     /// Fails when the transfer is to stop.
     void goOn(Outcome &outcome) const;
-    void advance(int total);
+    void advance(std::size_t total, int records = 1);
 
     KORA &unit;
     Watch watch;

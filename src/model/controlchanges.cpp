@@ -56,19 +56,33 @@ void fillUp(std::vector<ControlChangeData> &list)
 std::vector<std::vector<ControlChangeData>> controlChangeLists(const std::vector<ControlChangeData> &present,
                                                                const std::vector<ControlChangeData> &wanted)
 {
+    if (present == wanted || messagesOf(present) == messagesOf(wanted)) return {};
     std::vector<ControlChangeData> target = withoutRest(wanted);
     if (target.size() > maxControlChanges) target.resize(maxControlChanges);
-    const Messages kept = messagesOf(target);
-    const Messages held = messagesOf(present);
-    if (held == kept) return {};
-    std::vector<ControlChangeData> first;
-    for (const auto &[controller, value] : held)
-        if (!kept.contains(controller)) first.emplace_back(controller.first, controller.second, inactiveValue);
-    const bool fits = first.size() + target.size() <= maxControlChanges;
-    const auto room = static_cast<std::ptrdiff_t>(std::min(target.size(), maxControlChanges - first.size()));
-    first.insert(first.end(), target.begin(), target.begin() + room);
-    std::vector<std::vector<ControlChangeData>> lists{std::move(first)};
-    if (!fits) lists.push_back(target);
+    const Messages values = messagesOf(target);
+
+    // Whatever is held goes unless it is wanted: what sends nothing may take a place in a list that is merged, too.
+    std::map<Messages::key_type, int> held;
+    for (const ControlChangeData &record : present)
+        ++held[{record.midiDeviceNumber, record.controllerNumber}];
+    std::vector<ControlChangeData> dropped;
+    std::vector<ControlChangeData> kept;
+    bool isDroppedAndWanted = false;
+    for (const auto &[controller, records] : held) {
+        const auto value = values.find(controller);
+        const bool isWanted = value != values.end();
+        if (isWanted && records == 1)
+            kept.emplace_back(controller.first, controller.second, value->second);
+        else
+            dropped.emplace_back(controller.first, controller.second, inactiveValue);
+        isDroppedAndWanted = isDroppedAndWanted || (isWanted && records > 1);
+    }
+
+    const bool fits = !isDroppedAndWanted && dropped.size() + target.size() <= maxControlChanges;
+    const auto &rest = fits ? target : kept;
+    dropped.insert(dropped.end(), rest.begin(), rest.end());
+    std::vector<std::vector<ControlChangeData>> lists{std::move(dropped)};
+    if (!fits) lists.push_back(std::move(target));
     for (auto &list : lists)
         fillUp(list);
     return lists;

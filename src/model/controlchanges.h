@@ -23,7 +23,9 @@ bool isFiller(const ControlChangeData &record);
 /// Fills a list up to 20 records, so that a unit that merges sees no fewer than one that replaces.
 void fillUp(std::vector<ControlChangeData> &list);
 
-/// The lists to be written, one after the other, that make a unit which holds `present` send what `wanted` says: none
-/// when it does already, two when what goes and what is to be there have no room in one. No more than 20 are wanted.
+/// The lists to be written, one after the other, that make a unit which holds `present` send what `wanted` says, its
+/// first 20 messages: none when it does already; one that drops what goes and has all that is wanted; or two when that
+/// has no room, or when a controller that is wanted has several records that must go. Then the first one drops and has
+/// what stays, so that the unit sends what stands in it, whether it merges or not.
 std::vector<std::vector<ControlChangeData>> controlChangeLists(const std::vector<ControlChangeData> &present,
                                                                const std::vector<ControlChangeData> &wanted);

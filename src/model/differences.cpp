@@ -6,18 +6,6 @@
 
 namespace {
 
-/// Calls `visit` with the record that `id` names in both contents.
-template <typename First, typename Visit>
-void visitBoth(First &first, const UnitContent &second, const RecordId &id, const Visit &visit)
-{
-    visitRecord(first, id, [&](auto &one) {
-        visitRecord(second, id, [&](const auto &other) {
-            if constexpr (std::is_same_v<std::remove_cvref_t<decltype(one)>, std::remove_cvref_t<decltype(other)>>)
-                visit(one, other);
-        });
-    });
-}
-
 QString counted(std::size_t count, const char *one, const char *many)
 {
     return QStringLiteral("%1 %2").arg(count).arg(QLatin1String(count == 1 ? one : many));
@@ -34,7 +22,7 @@ std::vector<Difference> differences(const UnitContent &from, const UnitContent &
             found.push_back({id, place.id, places::value(id, place), textOf(held, row.range), textOf(wanted, row.range),
                              isWritable(row, wanted)});
         };
-        visitBoth(from, to, id, [&](const auto &held, const auto &wanted) {
+        visitRecords(from, to, id, [&](const auto &held, const auto &wanted) {
             if (held != wanted) forEachValue(compare, held, wanted);
         });
     }
@@ -46,8 +34,8 @@ void apply(const Difference &difference, UnitContent &target, const UnitContent 
     const auto take = [&](const ValuePlace &place, const auto &, auto &held, const auto &wanted) {
         if (place.id == difference.value) held = wanted;
     };
-    visitBoth(target, source, difference.record,
-              [&](auto &held, const auto &wanted) { forEachValue(take, held, wanted); });
+    visitRecords(target, source, difference.record,
+                 [&](auto &held, const auto &wanted) { forEachValue(take, held, wanted); });
 }
 
 QString summaryOf(const std::vector<Difference> &differences)

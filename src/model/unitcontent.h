@@ -5,6 +5,7 @@
 #include <array>
 #include <compare>
 #include <set>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -60,6 +61,17 @@ decltype(auto) visitRecord(Content &content, const RecordId &id, Visit visit)
         break;
     }
     return visit(content.presets.at(number).at(static_cast<std::size_t>(id.preset)));
+}
+
+/// Calls `visit` with the record that `id` names in both of two contents.
+template <typename Content, typename Visit>
+void visitRecords(Content &content, const UnitContent &other, const RecordId &id, const Visit &visit)
+{
+    visitRecord(content, id, [&]<typename Record>(Record &record) {
+        visitRecord(other, id, [&](const auto &same) {
+            if constexpr (std::is_same_v<const Record &, decltype(same)>) visit(record, same);
+        });
+    });
 }
 
 /// A bank and its ten presets.
