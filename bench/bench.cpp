@@ -2,61 +2,17 @@
 // that whatever else the machine does meets both; medians are compared, and a ratio above its limit is a failure.
 
 #include "archive/unitfile.h"
-#include "device/kora.h"
+#include "comparison.h"
 #include "device/transfer.h"
-#include "link/connection.h"
 #include "protocol/converter.h"
-#include "simulator/unitport.h"
-#include "timing.h"
 
 #include <QCoreApplication>
-#include <QSerialPort>
 
 #include <benchmark/benchmark.h>
 #include <cstdio>
 #include <vector>
 
 namespace {
-
-constexpr unsigned int timeout = 2000;  // ms
-
-/// A unit with an editor's handle on it and a bare port.
-struct Bench
-{
-    void exchangeBare(const Frame &request)
-    {
-        port.open(QIODevice::ReadWrite);
-        port.write(request.toString().c_str());
-        port.waitForBytesWritten(timeout);
-        for (QByteArray answer; !answer.endsWith('\x03'); answer += port.readAll())
-            if (port.bytesAvailable() == 0) port.waitForReadyRead(timeout);
-        port.close();
-    }
-
-    UnitPort unit{musicianContent(), std::chrono::milliseconds(0)};
-    QString location = QString::fromStdString(unit.location());
-    KORA kora{std::make_shared<Connection>(location, timeout)};
-    QSerialPort port{location};
-};
-
-void report(benchmark::State &state, const std::vector<double> &costs, const std::vector<double> &bases, double limit)
-{
-    state.counters["cost_us"] = 1e6 * median(costs);
-    state.counters["base_us"] = 1e6 * median(bases);
-    state.counters["ratio"] = median(costs) / median(bases);
-    state.counters["limit"] = limit;
-}
-
-template <typename Work, typename Base>
-void compare(benchmark::State &state, double limit, Work work, Base base)
-{
-    std::vector<double> costs, bases;
-    for ([[maybe_unused]] auto turn : state) {
-        costs.push_back(secondsOf(work));
-        bases.push_back(secondsOf(base));
-    }
-    report(state, costs, bases, limit);
-}
 
 /// One exchange, against the bare one with the same request.
 void exchange(benchmark::State &state)
