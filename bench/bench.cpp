@@ -118,9 +118,11 @@ public:
     {
         ConsoleReporter::ReportRuns(runs);
         for (const Run &run : runs) {
+            allHold = allHold && !run.error_occurred;
+            if (run.error_occurred) continue;
             const double ratio = run.counters.at("ratio"), limit = run.counters.at("limit");
             std::printf("ratio %s %.3f %.2f\n", run.run_name.function_name.c_str(), ratio, limit);
-            allHold = allHold && ratio <= limit && !run.error_occurred;
+            allHold = allHold && ratio <= limit;
         }
     }
 
