@@ -15,12 +15,22 @@ inline constexpr int switchesInRow = 5;
 
 enum class Medium { Screen, FocusedScreen, Paper };
 
-void paint(QPainter &painter, const PreviewScene &scene, Medium medium);
+/// A text that the picture shows shortened, and where.
+struct CutText
+{
+    QRectF place;
+    QString whole;
+};
+
+/// Paints every pixel of the canvas; returns the texts that did not fit.
+QVector<CutText> paint(QPainter &painter, const PreviewScene &scene, Medium medium);
 
 /// Where footswitch `number` (0 to 9) lies: 0 to 4 in the row by the player's foot, 5 to 9 above.
 QRectF footswitchRect(int number);
 /// Where the buttons that page the bank lie, beside the display.
 QRectF arrowDownRect();
 QRectF arrowUpRect();
+/// Where the button that saves the picture lies, on the screen: at the end of the chosen footswitch's header.
+QRectF saveButtonRect();
 
 }  // namespace preview

@@ -1,10 +1,11 @@
 #include "ui/preview/previewwidget.h"
 
 #include "ui/look.h"
-#include "ui/preview/previewpainter.h"
+#include "ui/namebutton.h"
 
 #include <QAction>
 #include <QFileDialog>
+#include <QHelpEvent>
 #include <QImage>
 #include <QKeyEvent>
 #include <QMessageBox>
@@ -13,13 +14,30 @@
 #include <QPushButton>
 #include <QSaveFile>
 #include <QSvgGenerator>
+#include <QToolTip>
 
 namespace {
 
+constexpr ulong typingPause = 1000;  ///< milliseconds
 constexpr double pngScale = 3;
 constexpr double printedWidth = 277;  ///< millimetres: A4 across, with margins
 constexpr double millimetresPerInch = 25.4;
 constexpr double millimetresPerMetre = 1000;
+
+/// Of an arrow that is faint while there is no bank to go to.
+QIcon arrowIcon(const QString &file)
+{
+    const QPixmap arrow(file);
+    QPixmap faint(arrow.size());
+    faint.fill(Qt::transparent);
+    QPainter painter(&faint);
+    painter.setOpacity(0.25);
+    painter.drawPixmap(0, 0, arrow);
+    painter.end();
+    QIcon icon(file);
+    icon.addPixmap(faint, QIcon::Disabled);
+    return icon;
+}
 
 bool paintOnPaper(QPaintDevice *device, const PreviewScene &scene, double scale)
 {
@@ -53,14 +71,15 @@ bool writePng(QIODevice *file, const PreviewScene &scene)
 
 PreviewWidget::PreviewWidget(QWidget *parent)
     : QWidget(parent), arrowDown(addArrow(QStringLiteral(":/images/arrow-down.png"), tr("Previous bank"), -1)),
-      arrowUp(addArrow(QStringLiteral(":/images/arrow-up.png"), tr("Next bank"), 1))
+      arrowUp(addArrow(QStringLiteral(":/images/arrow-up.png"), tr("Next bank"), 1)),
+      saveButton(addSaveButton(tr("SAVE PICTURE")))
 {
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_OpaquePaintEvent);
     setAccessibleName(tr("Preview of the bank"));
     resize(preview::canvas.toSize());
 
-    auto *save = new QAction(tr("SAVE PICTURE"), this);
+    auto *save = new QAction(saveButton->text(), this);
     save->setShortcut(QKeySequence(QStringLiteral("Ctrl+S")));
     save->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     connect(save, &QAction::triggered, this, &PreviewWidget::choosePath);
@@ -70,13 +89,25 @@ PreviewWidget::PreviewWidget(QWidget *parent)
     refresh();
 }
 
-QPushButton *PreviewWidget::addArrow(const QString &icon, const QString &name, int step)
+QPushButton *PreviewWidget::addArrow(const QString &file, const QString &name, int step)
 {
     auto *arrow = new QPushButton(this);
     arrow->setStyleSheet(look::plainButtonStyle(look::pageColor));
-    look::makeIconButton(arrow, QIcon(icon), QSize(30, 30), name);
+    look::makeIconButton(arrow, arrowIcon(file), QSize(30, 30), name);
     connect(arrow, &QPushButton::clicked, this, [this, step] { page(step); });
     return arrow;
+}
+
+QPushButton *PreviewWidget::addSaveButton(const QString &name)
+{
+    auto *button = new QPushButton(name, this);
+    button->setObjectName(QStringLiteral("pushButton_savePicture"));
+    button->setFont(look::pixelFont(DataFromDevice::fontTabs));
+    button->setStyleSheet(look::plainButtonStyle(look::selectionColor) +
+                          QStringLiteral("\nQPushButton { background-color: %1; }").arg(look::tabColor));
+    button->setToolTip(QStringLiteral("Ctrl+S"));
+    connect(button, &QPushButton::clicked, this, &PreviewWidget::choosePath);
+    return button;
 }
 
 void PreviewWidget::requestBank()
@@ -104,7 +135,7 @@ void PreviewWidget::loadDataFromDevice(DataFromDevice *dataFromDevice)
 void PreviewWidget::gotBankAndPresetData(int bank)
 {
     if (bank != currentBank()) return;
-    isUnreadable = false;
+    isUnreadable = isUnreadable && !shown.isRead();
     refresh();
 }
 
@@ -112,7 +143,24 @@ void PreviewWidget::gotMidiDevicesData() { refresh(); }
 
 void PreviewWidget::page(int step)
 {
-    if (!shown.goTo(currentBank() + step)) return;
+    firstDigit.reset();
+    if (shown.goTo(currentBank() + step)) showNewBank();
+}
+
+void PreviewWidget::typeDigit(int digit, ulong time)
+{
+    const bool completes = firstDigit && time - typedAt <= typingPause;
+    const int bank = completes ? *firstDigit * 10 + digit : digit;
+    firstDigit = completes ? std::nullopt : std::optional(digit);
+    typedAt = time;
+    if (shown.goTo(bank))
+        showNewBank();
+    else
+        retry();
+}
+
+void PreviewWidget::showNewBank()
+{
     isUnreadable = false;
     refresh();
     requestBank();
@@ -129,7 +177,15 @@ void PreviewWidget::refresh()
 {
     picture = PreviewScene::of(shown.data(), currentBank(), chosen);
     setAccessibleDescription(picture.description());
+    enable(arrowDown, currentBank() > 0);
+    enable(arrowUp, currentBank() < bankCount - 1);
     update();
+}
+
+void PreviewWidget::enable(QPushButton *arrow, bool enabled)
+{
+    if (!enabled && arrow->hasFocus()) setFocus();  // rather than the button behind it
+    arrow->setEnabled(enabled);
 }
 
 QTransform PreviewWidget::fit() const
@@ -143,14 +199,30 @@ QTransform PreviewWidget::fit() const
 void PreviewWidget::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
+    painter.fillRect(rect(), QColor(look::windowColor));  // beside the picture where the form is another
     painter.setTransform(fit(), true);
-    preview::paint(painter, picture, hasFocus() ? preview::Medium::FocusedScreen : preview::Medium::Screen);
+    cutTexts = preview::paint(painter, picture, hasFocus() ? preview::Medium::FocusedScreen : preview::Medium::Screen);
+}
+
+bool PreviewWidget::event(QEvent *event)
+{
+    if (event->type() == QEvent::ToolTip) {
+        const auto *const help = static_cast<QHelpEvent *>(event);
+        for (const preview::CutText &text : qAsConst(cutTexts)) {
+            const QRect place = fit().mapRect(text.place).toRect();
+            if (!place.contains(help->pos())) continue;
+            QToolTip::showText(help->globalPos(), plainToolTip(text.whole), this, place);
+            return true;
+        }
+    }
+    return QWidget::event(event);
 }
 
 void PreviewWidget::resizeEvent(QResizeEvent *)
 {
     arrowDown->setGeometry(fit().mapRect(preview::arrowDownRect()).toRect());
     arrowUp->setGeometry(fit().mapRect(preview::arrowUpRect()).toRect());
+    saveButton->setGeometry(fit().mapRect(preview::saveButtonRect()).toRect());
 }
 
 void PreviewWidget::mousePressEvent(QMouseEvent *event)
@@ -164,7 +236,14 @@ void PreviewWidget::mousePressEvent(QMouseEvent *event)
 
 void PreviewWidget::keyPressEvent(QKeyEvent *event)
 {
-    switch (event->key()) {
+    const int key = event->key();
+    // Where digits need Shift, it is theirs.
+    const bool isPlain = !(event->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier));
+    if (isPlain && key >= Qt::Key_0 && key <= Qt::Key_9) {
+        if (!event->isAutoRepeat()) typeDigit(key - Qt::Key_0, event->timestamp());
+        return;
+    }
+    switch (key) {
     case Qt::Key_Left:
         return choose(chosen - 1);
     case Qt::Key_Right:
@@ -177,6 +256,10 @@ void PreviewWidget::keyPressEvent(QKeyEvent *event)
         return page(1);
     case Qt::Key_PageDown:
         return page(-1);
+    case Qt::Key_Backspace:
+    case Qt::Key_Escape:
+        firstDigit.reset();
+        return;
     default:
         QWidget::keyPressEvent(event);
     }

@@ -1,15 +1,18 @@
 #pragma once
 
+#include "ui/preview/previewpainter.h"
 #include "ui/preview/previewscene.h"
 #include "ui/shownbank.h"
 
 #include <QTransform>
 #include <QWidget>
 
+#include <optional>
+
 class QPushButton;
 
 /// The preview page: what a bank does on stage, in one picture. It shows what the model holds and asks the unit for a
-/// bank only when the user pages to it.
+/// bank only when the user goes to it, by the arrows, the page keys or by typing its number.
 class PreviewWidget : public QWidget
 {
     Q_OBJECT
@@ -39,24 +42,35 @@ public slots:
     void gotMidiDevicesData();
 
 protected:
+    bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
-    QPushButton *addArrow(const QString &icon, const QString &name, int step);
+    QPushButton *addArrow(const QString &file, const QString &name, int step);
+    QPushButton *addSaveButton(const QString &name);
     void page(int step);
+    void showNewBank();
+    /// Goes to a bank as its number is typed: a digit within a second of the one before makes a number with it. `time`
+    /// is that of the key, in milliseconds.
+    void typeDigit(int digit, ulong time);
     void choose(int footswitch);
     void choosePath();
     void refresh();
+    void enable(QPushButton *arrow, bool enabled);
     /// From the picture's canvas to this widget: as large as fits, centred.
     QTransform fit() const;
 
     ShownBank shown;
     bool isUnreadable = false;  ///< the shown bank could not be read
     int chosen = 0;
+    std::optional<int> firstDigit;  ///< of a number that a second digit may complete
+    ulong typedAt = 0;              ///< milliseconds, by the clock of the key events
     PreviewScene picture;
+    QVector<preview::CutText> cutTexts;
     QPushButton *arrowDown;
     QPushButton *arrowUp;
+    QPushButton *saveButton;
 };
