@@ -14,6 +14,8 @@ int main(int argc, char **argv)
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);  // the tour answers the file dialog
     QApplication application(argc, argv);
     startup::prepareApplication();
+    QApplication::setApplicationName(
+        QStringLiteral("kora-demo"));  // a real unit's log and safety copies are left alone
 
     QCommandLineParser options;
     options.setApplicationDescription(QStringLiteral("The KORA editor together with a virtual unit."));

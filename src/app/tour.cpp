@@ -1,92 +1,19 @@
 #include "app/tour.h"
 
-#include "simulator/firmwareupload.h"
+#include "app/gestures.h"
 #include "ui/shell/mainwindow.h"
 
 #include <QApplication>
 #include <QComboBox>
-#include <QElapsedTimer>
-#include <QFile>
-#include <QKeyEvent>
 #include <QLabel>
-#include <QLineEdit>
-#include <QListView>
-#include <QMessageBox>
-#include <QMouseEvent>
+#include <QPointer>
 #include <QPushButton>
-#include <QTableWidget>
 #include <QTextStream>
 #include <QTimer>
 
 #include <cstdlib>
 
-namespace {
-
-constexpr int patience = 10000;  // ms for one step, also on a slow and busy machine
-
-void key(QWidget &widget, int code, const QString &text = QString())
-{
-    for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
-        QKeyEvent event(type, code, Qt::NoModifier, text);
-        QApplication::sendEvent(&widget, &event);
-    }
-}
-
-void clickOn(QWidget &widget)
-{
-    const QPoint center = widget.rect().center();
-    for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-        QMouseEvent event(type, center, widget.mapToGlobal(center), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(&widget, &event);
-    }
-}
-
-void type(QLineEdit &edit, const QString &text)
-{
-    edit.setFocus();
-    edit.selectAll();
-    for (const QChar letter : text)
-        key(edit, 0, letter);
-    key(edit, Qt::Key_Return);
-}
-
-/// Opens the box's list, moves to the item and takes it.
-void chooseFrom(QComboBox &box, const QString &item)
-{
-    box.setFocus();
-    box.showPopup();
-    box.view()->setCurrentIndex(box.model()->index(box.findText(item), box.modelColumn()));
-    key(*box.view(), Qt::Key_Return);
-}
-
-template <typename Widget>
-Widget &find(QWidget &parent, const char *name)
-{
-    auto *const found = parent.findChild<Widget *>(QLatin1String(name));
-    if (!found) qFatal("the window has no %s", name);
-    return *found;
-}
-
-template <typename Widget>
-Widget &cell(QWidget &parent, const char *table, int row, int column)
-{
-    auto *const found = qobject_cast<Widget *>(find<QTableWidget>(parent, table).cellWidget(row, column));
-    if (!found) qFatal("%s has no such widget in row %d, column %d", table, row, column);
-    return *found;
-}
-
-bool waitFor(const std::function<bool()> &reached)
-{
-    QElapsedTimer clock;
-    clock.start();
-    while (!reached()) {
-        if (clock.elapsed() > patience) return false;
-        QApplication::processEvents(QEventLoop::AllEvents, 20);
-    }
-    return true;
-}
-
-}  // namespace
+using namespace gestures;
 
 Tour::Tour(MainWindow &editor, UnitPort &virtualUnit, const QString &directory)
     : window(editor), unit(virtualUnit), pictures(QDir(directory).absolutePath())
@@ -108,6 +35,7 @@ void Tour::run()
     expressionPedalPage();
     switchOutPage();
     previewPage();
+    files();
     refusedChange();
     informationWindows();
     firmwareUpload();
@@ -141,23 +69,24 @@ void Tour::picture(const QString &name, QWidget *widget)
     check("picture " + file, [&] { return (widget ? widget : &window)->grab().save(pictures.filePath(file)); });
 }
 
-void Tour::withDialog(const std::function<void()> &open, const std::function<void(QWidget &)> &act)
+void Tour::withDialogs(const std::function<void()> &open, const std::vector<Act> &acts)
 {
-    bool done = false;
+    std::size_t done = 0;
+    QPointer<QWidget> answered;
     QTimer watch;
     QTimer patienceEnds;
     QObject::connect(&watch, &QTimer::timeout, [&] {
         QWidget *const dialog = QApplication::activeModalWidget();
-        if (!dialog) return;
-        watch.stop();
-        act(*dialog);
-        done = true;
+        if (!dialog || dialog == answered || done == acts.size()) return;
+        answered = dialog;
+        acts[done++](*dialog);
         patienceEnds.start(patience);
     });
     QObject::connect(&patienceEnds, &QTimer::timeout, [this] { fail(QStringLiteral("the dialog closes")); });
     watch.start(20);
     open();
-    check(QStringLiteral("the dialog opened and closed"), [&] { return done && !QApplication::activeModalWidget(); });
+    check(QStringLiteral("the dialog opened and closed"),
+          [&] { return done == acts.size() && !QApplication::activeModalWidget(); });
 }
 
 int Tour::presetWith(FootswitchType function) const
@@ -183,296 +112,4 @@ void Tour::connection()
     check(QStringLiteral("the firmware version is the unit's"), [&] {
         return firmware.text() == QStringLiteral("FIRMWARE %1.%2").arg(info.firmwareMajor).arg(info.firmwareMinor);
     });
-}
-
-// --- Global settings
-
-void Tour::settingsPage()
-{
-    click("pushButton_settingsTab");
-    check(QStringLiteral("the settings page shows the unit's values"),
-          [&] { return find<QComboBox>(window, "comboBox_keyboardType").currentIndex() >= 0; });
-    choose("comboBox_keyboardType", QStringLiteral("AZERTY"));
-    checkUnit(QStringLiteral("keyboard type AZERTY"),
-              [](const UnitMemory &memory) { return memory.settings.keyboardType == KeyboardType::Azerty; });
-    choose("comboBox_clickProtection", QStringLiteral("HIGH"));
-    checkUnit(QStringLiteral("click protection HIGH"),
-              [](const UnitMemory &memory) { return memory.settings.clickProtection == ClickProtection::High; });
-    choose("comboBox_wahPad2", QStringLiteral("LOOP 5"));
-    checkUnit(QStringLiteral("wah pad 2 on loop 5"),
-              [](const UnitMemory &memory) { return memory.settings.wahPad2 == WahPadSetting::Loop5; });
-    picture(QStringLiteral("settings"));
-}
-
-void Tour::midiInPage()
-{
-    click("pushButton_midiMidiIn");
-    check(QStringLiteral("the MIDI IN page shows the unit's values"),
-          [&] { return find<QComboBox>(window, "comboBox_PCFunction").currentIndex() >= 0; });
-    choose("comboBox_channel", QStringLiteral("12"));
-    checkUnit(QStringLiteral("MIDI IN channel 12"),
-              [](const UnitMemory &memory) { return memory.midiIn.channel == 12; });
-    picture(QStringLiteral("midi-in"));
-}
-
-void Tour::expressionPedalPage()
-{
-    click("pushButton_midiExpressionPedal");
-    check(QStringLiteral("the expression pedal page shows the unit's values"),
-          [&] { return find<QComboBox>(window, "comboBox_toeDownValue").currentIndex() >= 0; });
-    choose("comboBox_toeUpValue", QStringLiteral("17"));
-    checkUnit(QStringLiteral("toe up value 17"),
-              [](const UnitMemory &memory) { return memory.expressionPedal.toeUp == 17; });
-    choose("comboBox_midiDeviceNumber", QString::fromStdString(unit.memory().midiDevices[0].name));
-    checkUnit(QStringLiteral("the pedal drives MIDI device 1"),
-              [](const UnitMemory &memory) { return memory.expressionPedal.midiDeviceNumber == 1; });
-    choose("comboBox_controllerNumber", QString::fromStdString(unit.memory().midiDevices[0].controllers[1].name));
-    checkUnit(QStringLiteral("the pedal drives its second controller"),
-              [](const UnitMemory &memory) { return memory.expressionPedal.controllerNumber == 2; });
-    picture(QStringLiteral("expression-pedal"));
-}
-
-void Tour::switchOutPage()
-{
-    click("pushButton_midiSwitchOut");
-    check(QStringLiteral("the switch out page shows the unit's values"),
-          [&] { return find<QComboBox>(window, "comboBox_switchOut6").currentIndex() >= 0; });
-    choose("comboBox_switchOut4", QStringLiteral("MOMENTARY"));
-    checkUnit(QStringLiteral("switch out 4 MOMENTARY"),
-              [](const UnitMemory &memory) { return memory.switchOuts.switchOuts[3] == SwitchOutSetting::Momentary; });
-    picture(QStringLiteral("switch-out"));
-}
-
-// --- Presets: row 0 holds the arrow up, presets 0 to 9 stand in rows 1 to 10
-
-void Tour::footswitchTable()
-{
-    const char *const table = "tableWidget_footswitchFunction";
-    const auto bankShown = [&](int bank) {
-        return [this, table, bank] {
-            const QString name = QString::fromStdString(unit.memory().banks[static_cast<std::size_t>(bank)].name);
-            return cell<QLineEdit>(window, table, 1, 3).text() == name;
-        };
-    };
-    check(QStringLiteral("the first bank is shown"), bankShown(0));
-    picture(QStringLiteral("footswitch-functions"));
-    clickOn(cell<QPushButton>(window, table, 0, 0));
-    check(QStringLiteral("the arrow pages to bank 1"), bankShown(1));
-    type(cell<QLineEdit>(window, table, 1, 0), QStringLiteral("07"));
-    check(QStringLiteral("typing 07 pages to bank 7"), bankShown(7));
-    picture(QStringLiteral("bank-7"));
-    type(cell<QLineEdit>(window, table, 1, 3), QStringLiteral("Fête d'été"));
-    checkUnit(QStringLiteral("bank 7 has its new name"),
-              [](const UnitMemory &memory) { return memory.banks[7].name == "Fête d'été"; });
-    type(cell<QLineEdit>(window, table, 4, 4), QStringLiteral("SOLO \"Öl\""));
-    checkUnit(QStringLiteral("preset 3 of bank 7 has its new name"),
-              [](const UnitMemory &memory) { return memory.presets[7][3].name == "SOLO \"Öl\""; });
-    chooseFrom(cell<QComboBox>(window, table, 4, 2), QStringLiteral("M - MIDI MODIFIER"));
-    checkUnit(QStringLiteral("preset 3 of bank 7 is a MIDI modifier"), [](const UnitMemory &memory) {
-        return memory.presets[7][3].footswitchFunction == FootswitchType::MidiModifier;
-    });
-    picture(QStringLiteral("bank-7-changed"));
-}
-
-void Tour::loopsTable()
-{
-    click("pushButton_loopsTab");
-    const int preset = presetWith(FootswitchType::LoopModifier);
-    const auto loop = [=](const UnitMemory &memory) { return memory.presets[0][preset].loops[2]; };
-    const LoopType wanted = loop(unit.memory()) == LoopType::Toggle ? LoopType::Inactive : LoopType::Toggle;
-    chooseFrom(cell<QComboBox>(window, "tableWidget_loops", preset + 1, 7), labels<LoopType>().at(toIndex(wanted)));
-    checkUnit(QStringLiteral("loop 3 of a loop modifier changes"),
-              [&](const UnitMemory &memory) { return loop(memory) == wanted; });
-    picture(QStringLiteral("loops"));
-}
-
-void Tour::switchTable()
-{
-    click("pushButton_switchTab");
-    const int preset = presetWith(FootswitchType::Preset);
-    const auto switchOutput = [=](const UnitMemory &memory) { return memory.presets[0][preset].switches[1]; };
-    const SwitchType wanted = switchOutput(unit.memory()) == SwitchType::On ? SwitchType::Off : SwitchType::On;
-    chooseFrom(cell<QComboBox>(window, "tableWidget_switch", preset + 1, 5), labels<SwitchType>().at(toIndex(wanted)));
-    checkUnit(QStringLiteral("switch 2 of a plain preset changes"),
-              [&](const UnitMemory &memory) { return switchOutput(memory) == wanted; });
-    picture(QStringLiteral("switches"));
-}
-
-void Tour::wahPadsTable()
-{
-    click("pushButton_presetsTab");
-    click("pushButton_wahPads");
-    const char *const table = "tableWidget_wahPads";
-    chooseFrom(cell<QComboBox>(window, table, 3, 3), QStringLiteral("ADD"));
-    chooseFrom(cell<QComboBox>(window, table, 3, 3), QStringLiteral("CHANGE TO PRESET"));
-    checkUnit(QStringLiteral("wah pad 1 changes to a preset"),
-              [](const UnitMemory &memory) { return memory.banks[0].wahPad1Action == WahPadAction::ChangeToPreset; });
-    auto &target = cell<QComboBox>(window, table, 3, 4);
-    chooseFrom(target, target.itemText(6));
-    checkUnit(QStringLiteral("wah pad 1 changes to preset 6"),
-              [](const UnitMemory &memory) { return memory.banks[0].wahPad1PresetNumber == 6; });
-    picture(QStringLiteral("wah-pads"));
-}
-
-// --- MIDI
-
-void Tour::midiDevicesTable()
-{
-    click("pushButton_midiDevicesTab");
-    const char *const table = "tableWidget_midiDevices";
-    check(QStringLiteral("the MIDI devices are shown"),
-          [&] { return cell<QLineEdit>(window, table, 0, 0).text() == unit.memory().midiDevices[0].name.c_str(); });
-    type(cell<QLineEdit>(window, table, 9, 0), QStringLiteral("HALL"));
-    checkUnit(QStringLiteral("MIDI device 10 has a name"),
-              [](const UnitMemory &memory) { return memory.midiDevices[9].name == "HALL"; });
-    chooseFrom(cell<QComboBox>(window, table, 9, 1), QStringLiteral("9"));
-    checkUnit(QStringLiteral("MIDI device 10 listens on channel 9"),
-              [](const UnitMemory &memory) { return memory.midiDevices[9].channel == 9; });
-    withDialog([&] { clickOn(cell<QPushButton>(window, table, 9, 4)); },
-               [&](QWidget &dialog) {
-                   const char *const list = "tableWidget_controllersListTable";
-                   type(cell<QLineEdit>(dialog, list, 0, 1), QStringLiteral("MIX"));
-                   chooseFrom(cell<QComboBox>(dialog, list, 0, 2), QStringLiteral("21"));
-                   type(cell<QLineEdit>(dialog, list, 1, 1), QStringLiteral("DECAY"));
-                   chooseFrom(cell<QComboBox>(dialog, list, 1, 2), QStringLiteral("22"));
-                   picture(QStringLiteral("controller-list"), &dialog);
-                   clickOn(find<QPushButton>(dialog, "pushButton_ok"));
-               });
-    checkUnit(QStringLiteral("MIDI device 10 has two controllers"), [](const UnitMemory &memory) {
-        const auto &controllers = memory.midiDevices[9].controllers;
-        return controllers[0] == Controller{"MIX", 21} && controllers[1] == Controller{"DECAY", 22};
-    });
-    picture(QStringLiteral("midi-devices"));
-}
-
-void Tour::midiTable()
-{
-    click("pushButton_presetsTab");
-    click("pushButton_midiTab");
-    const char *const table = "tableWidget_midi";
-    check(QStringLiteral("the buttons carry the devices' names"),
-          [&] { return cell<QPushButton>(window, table, 1, 13).text() == "HALL"; });
-    withDialog([&] { clickOn(cell<QPushButton>(window, table, 1, 13)); },
-               [&](QWidget &dialog) {
-                   const char *const list = "tableWidget_controllersListTable";
-                   chooseFrom(find<QComboBox>(dialog, "comboBox_programChangeNumber"), QStringLiteral("33"));
-                   chooseFrom(cell<QComboBox>(dialog, list, 0, 1), QStringLiteral("64"));
-                   chooseFrom(cell<QComboBox>(dialog, list, 1, 1), QStringLiteral("TOGGLE"));
-                   chooseFrom(find<QComboBox>(dialog, "comboBox_controllers"), QStringLiteral("DECAY"));
-                   chooseFrom(find<QComboBox>(dialog, "comboBox_characteristic"), QStringLiteral("SLOW/FAST"));
-                   chooseFrom(find<QComboBox>(dialog, "comboBox_toeUpValue"), QStringLiteral("5"));
-                   chooseFrom(find<QComboBox>(dialog, "comboBox_toeDownValue"), QStringLiteral("120"));
-                   picture(QStringLiteral("midi-editor"), &dialog);
-                   clickOn(find<QPushButton>(dialog, "pushButton_ok"));
-               });
-    const auto preset = [](const UnitMemory &memory) -> const PresetData & { return memory.presets[0][0]; };
-    checkUnit(QStringLiteral("preset 0 sends program change 33 to MIDI device 10"),
-              [&](const UnitMemory &memory) { return preset(memory).programChanges[9] == 33; });
-    checkUnit(QStringLiteral("preset 0 sets and toggles the two controllers"), [&](const UnitMemory &memory) {
-        const auto &changes = preset(memory).controlChanges;
-        const auto sends = [&](std::uint8_t controller, std::uint8_t value) {
-            return std::count(changes.begin(), changes.end(), ControlChangeData(10, controller, value)) == 1;
-        };
-        return sends(1, 64) && sends(2, toggleValue);
-    });
-    checkUnit(QStringLiteral("the pedal drives DECAY while preset 0 is on"), [&](const UnitMemory &memory) {
-        return preset(memory).expressionPedal ==
-               PresetExpressionPedal(10, 2, ExpressionPedalCharacteristic::SlowFast, 5, 120);
-    });
-    picture(QStringLiteral("midi"));
-}
-
-void Tour::previewPage()
-{
-    click("pushButton_previewTab");
-    picture(QStringLiteral("preview"));
-}
-
-// --- What goes wrong, and the windows around
-
-void Tour::refusedChange()
-{
-    unit.queueFault(Fault::errorStatus(42, "The unit is <b>locked</b>"), 1);  // the first exchange reads the page
-    click("pushButton_settingsTab");
-    const KeyboardType before = unit.memory().settings.keyboardType;
-    withDialog([&] { choose("comboBox_keyboardType", QStringLiteral("QWERTY")); },
-               [&](QWidget &dialog) {
-                   auto *const box = qobject_cast<QMessageBox *>(&dialog);
-                   check(QStringLiteral("a refused change shows the unit's own text, as plain text"), [&] {
-                       return box && box->text() == "The unit is <b>locked</b>" && box->textFormat() == Qt::PlainText;
-                   });
-                   picture(QStringLiteral("refused"), &dialog);
-                   clickOn(*box->button(QMessageBox::Ok));
-               });
-    checkUnit(QStringLiteral("a refused change changes nothing"),
-              [&](const UnitMemory &memory) { return memory.settings.keyboardType == before; });
-}
-
-void Tour::informationWindows()
-{
-    withDialog([&] { click("pushButton_logo"); },
-               [&](QWidget &dialog) {
-                   picture(QStringLiteral("about"), &dialog);
-                   clickOn(find<QPushButton>(dialog, "pushButton_closeWindow"));
-               });
-}
-
-void Tour::firmwareUpload()
-{
-    QFile image(pictures.filePath(QStringLiteral("firmware.bin")));
-    const QByteArray content(60000, '\x5A');
-    check(QStringLiteral("a firmware image is made"),
-          [&] { return image.open(QIODevice::WriteOnly) && image.write(content) == content.size(); });
-    image.close();
-
-    const auto trigger = [this] {
-        click("pushButton_menu");
-        QWidget *const menu = QApplication::activePopupWidget();
-        picture(QStringLiteral("menu"), menu);
-        key(*menu, Qt::Key_Down);
-        key(*menu, Qt::Key_Return);
-    };
-    withDialog(trigger, [&](QWidget &dialog) {
-        auto &name = find<QLineEdit>(dialog, "fileNameEdit");
-        name.setText(image.fileName());
-        key(name, Qt::Key_Return);
-    });
-    picture(QStringLiteral("upload"));
-    withDialog([] {},
-               [&](QWidget &dialog) {
-                   auto *const box = qobject_cast<QMessageBox *>(&dialog);
-                   check(QStringLiteral("the upload completes"),
-                         [&] { return box && box->windowTitle() == "UPLOAD COMPLETE"; });
-                   picture(QStringLiteral("upload-complete"), &dialog);
-                   clickOn(*box->button(QMessageBox::Ok));
-               });
-    checkUnit(QStringLiteral("the unit holds the image"), [&](const UnitMemory &memory) {
-        return std::equal(memory.firmware.begin(), memory.firmware.end(), content.begin(), content.end(),
-                          [](std::uint8_t a, char b) { return a == static_cast<std::uint8_t>(b); });
-    });
-
-    // The unit restarts and does not answer; the editor notices, searches and finds it with its new version.
-    const FirmwareVersion version = firmwareVersion(std::vector<std::uint8_t>(content.begin(), content.end()));
-    click("pushButton_settingsTab");
-    check(QStringLiteral("the unit comes back with the new version"), [&] {
-        return find<QLabel>(window, "label_deviceFirmware").text() ==
-               QStringLiteral("FIRMWARE %1.%2").arg(version.major).arg(version.minor);
-    });
-}
-
-void Tour::lostUnit()
-{
-    auto &status = find<QLabel>(window, "label_deviceStatus");
-    unit.unplug();
-    click("pushButton_settingsTab");
-    check(QStringLiteral("a unit that vanishes is noticed, without a box"),
-          [&] { return status.text() == "DEVICE DISCONNECTED" && !QApplication::activeModalWidget(); });
-    picture(QStringLiteral("disconnected"));
-    withDialog([&] { click("pushButton_connection"); },
-               [&](QWidget &dialog) {
-                   picture(QStringLiteral("drivers"), &dialog);
-                   clickOn(find<QPushButton>(dialog, "pushButton_closeWindow"));
-               });
-    unit.plugIn();
-    check(QStringLiteral("a unit that comes back is found"), [&] { return status.text() == "DEVICE CONNECTED"; });
 }

@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <functional>
+#include <vector>
 
 class MainWindow;
 class QWidget;
@@ -23,6 +24,7 @@ public:
 
 private:
     void connection();
+    // tour_pages.cpp
     void settingsPage();
     void midiInPage();
     void expressionPedalPage();
@@ -34,10 +36,13 @@ private:
     void midiDevicesTable();
     void midiTable();
     void previewPage();
+    // tour_files.cpp
+    void files();
+    // tour_events.cpp
     void refusedChange();
-    void lostUnit();
     void informationWindows();
     void firmwareUpload();
+    void lostUnit();
 
     /// One step is done when `reached` holds; it fails when that takes longer than a few seconds.
     void check(const QString &step, const std::function<bool()> &reached);
@@ -45,13 +50,21 @@ private:
     /// The same, for what the unit holds.
     void checkUnit(const QString &step, const std::function<bool(const UnitMemory &)> &holds);
     void picture(const QString &name, QWidget *widget = nullptr);
-    /// Runs `open` and, once a modal dialog is there, `act` on it.
-    void withDialog(const std::function<void()> &open, const std::function<void(QWidget &dialog)> &act);
+    using Act = std::function<void(QWidget &dialog)>;
+    /// Runs `open` and, on each modal dialog that comes, the next of `acts`.
+    void withDialogs(const std::function<void()> &open, const std::vector<Act> &acts);
+    void withDialog(const std::function<void()> &open, const Act &act) { withDialogs(open, {act}); }
 
     /// The first preset of bank 0 with that function.
     int presetWith(FootswitchType function) const;
     void click(const char *button);
     void choose(const char *box, const QString &item);
+    /// Chooses an entry of the menu.
+    void trigger(const char *entry);
+    static Act chooseFile(const QString &path);
+    /// Takes a picture of the dialog of differences and clicks on a button of it. Its summary begins with `summary`.
+    Act answerDifferences(const QString &name, const char *button, const QString &summary = QString());
+    Act closeBox(const QString &title);
 
     MainWindow &window;
     UnitPort &unit;

@@ -16,12 +16,13 @@ QString SafetyCopies::usualFolder()
 QString SafetyCopies::save(const UnitPart &part, const QDateTime &moment) const
 {
     const QString stem = place + QStringLiteral("/kora-") + moment.toString(QStringLiteral("yyyy-MM-dd-hhmmss"));
-    QString path = stem + QStringLiteral(".kora");
-    for (int number = 2; QFile::exists(path); ++number)
-        path = QStringLiteral("%1-%2.kora").arg(stem).arg(number, 2, 10, QLatin1Char('0'));
+    int number = 1;  // within the second, so that the order of the names is that of the copies
+    const auto path = [&] { return QStringLiteral("%1-%2.kora").arg(stem).arg(number, 2, 10, QLatin1Char('0')); };
+    while (QFile::exists(path()))
+        ++number;
     if (!QDir().mkpath(place)) return QStringLiteral("%1 cannot be made").arg(place);
     try {
-        archive::save(path, part, moment.toUTC());
+        archive::save(path(), part, moment.toUTC());
     } catch (const archive::Error &error) {
         return QString::fromUtf8(error.what());
     }

@@ -119,11 +119,14 @@ TEST_F(Files, ABankIsExportedClearedAndPutBack)
         const QString path = backUp("THIS BANK...", "bank.kora");
         EXPECT_EQ(archive::load(path).records, recordsOfBank(0));
         for (const char *const entry : {"CLEAR THIS BANK...", "FROM FILE..."}) {
+            const UnitContent held = content();
             const auto told = nextBox();
             trigger(entry, QString(entry) == "FROM FILE..." ? path : QString());
             onDifferences("pushButton_restore");
             ASSERT_TRUE(becomes([&] { return !told->isEmpty() && settles(); }));
             EXPECT_TRUE(told->startsWith("RESTORE COMPLETE|")) << told->toStdString();
+            const UnitContent copy = archive::load(SafetyCopies().newestFirst().front()).content;
+            EXPECT_TRUE(differences(copy, held, allRecords()).empty()) << "also of two copies in one second";
             UnitContent expected = before;
             if (QString(entry) == "CLEAR THIS BANK...") {
                 expected.banks[0] = BankData();

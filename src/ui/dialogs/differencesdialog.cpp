@@ -15,6 +15,7 @@
 
 namespace {
 
+constexpr std::size_t fewValues = 20;  // so many can be read at a glance
 constexpr QSize answerSize(120, 32);
 constexpr QSize dialogSize(900, 600);
 constexpr int valueWidth = 190;  // pixels
@@ -125,6 +126,7 @@ void DifferencesDialog::fill(Purpose purpose)
         }
         items.push_back(makeItem(parent, {difference.place, difference.from, difference.to}, checked));
     }
+    if (shown.size() <= fewValues) return tree->expandAll();
     for (const auto &[name, item] : parts)
         item->setExpanded(true);
 }
