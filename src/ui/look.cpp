@@ -101,6 +101,7 @@ QString answerButtonStyle(const QString &hoverColor)
     return QStringLiteral("QPushButton { color: white; background-color: %1; border-radius: 5;"
                           " text-align: center; }\n"
                           "QPushButton:hover { background-color: %2; }\n"
+                          "QPushButton:disabled { color: gray; }\n"
                           "QPushButton:focus { border: 1px solid %3; }")
         .arg(cellColor, hoverColor, focusColor);
 }

@@ -8,6 +8,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
+#include <QTimer>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -25,7 +26,12 @@ QString treeStyle()
 {
     return QStringLiteral("QTreeWidget { background-color: %1; color: white; border: none; }\n"
                           "QTreeWidget:focus { border: 1px solid %2; }\n"
-                          "QHeaderView::section { background-color: %1; color: white; border: none; padding: 4px; }\n")
+                          "QHeaderView::section { background-color: %1; color: white; border: none; padding: 4px; }\n"
+                          "QTreeWidget::indicator { width: 15px; height: 15px; }\n"
+                          "QTreeWidget::indicator:unchecked { image: url(:/images/checkbox_unchecked.png); }\n"
+                          "QTreeWidget::indicator:checked { image: url(:/images/checkbox_checked.png); }\n"
+                          "QTreeWidget::indicator:indeterminate { image: url(:/images/checkbox_unchecked.png);"
+                          " background-color: gray; }\n")
         .arg(look::pageColor, look::focusColor);
 }
 
@@ -88,7 +94,12 @@ DifferencesDialog::DifferencesDialog(std::vector<Difference> all, Purpose purpos
             makeButton(QStringLiteral("pushButton_restore"), QStringLiteral("RESTORE"), look::acceptColor);
         connect(restore, &QPushButton::clicked, this, &DifferencesDialog::on_pushButton_restore_clicked);
         restore->setFixedSize(answerSize);
-        restore->setEnabled(std::any_of(shown.begin(), shown.end(), [](const Difference &d) { return d.writable; }));
+        auto *const afterAll = new QTimer(this);  // a box may check thousands of others
+        afterAll->setSingleShot(true);
+        connect(tree, &QTreeWidget::itemChanged, afterAll, qOverload<>(&QTimer::start));
+        const auto enable = [this, restore] { restore->setEnabled(!chosen().empty()); };
+        connect(afterAll, &QTimer::timeout, restore, enable);
+        enable();
         answers->addWidget(restore);
     }
     answers->addWidget(cancel);

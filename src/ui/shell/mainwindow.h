@@ -9,6 +9,7 @@
 
 #include <QIcon>
 #include <QMainWindow>
+#include <QPointer>
 #include <QString>
 #include <QThread>
 #include <QVector>
@@ -233,6 +234,7 @@ private:
     ComboBox *pedalDevice = nullptr;
     ComboBox *pedalController = nullptr;
     DataFromDevice *data = nullptr;  // the controller's; null until a unit was found
+    QPointer<QWidget> focusBeforeVeil;
     bool isUploading = false;
     bool isClosing = false;
 };

@@ -80,12 +80,14 @@ void MainWindow::hideBusy()
 
 void MainWindow::setVeiled(bool veiled)
 {
+    if (veiled) focusBeforeVeil = focusWidget();
     ui.label_loading->setVisible(veiled);
     ui.pushButton_menu->setDisabled(veiled);
     for (const Page &page : ui.pages) {
         page.button->setDisabled(veiled);
         page.widget->setDisabled(veiled);
     }
+    if (!veiled && focusBeforeVeil) focusBeforeVeil->setFocus();
 }
 
 void MainWindow::updateComplete()

@@ -99,8 +99,14 @@ void UnitFiles::clear(const std::set<RecordId> &records)
 {
     UnitPart empty{emptyContent(), records};
     empty.records.erase({RecordId::Kind::DeviceInfo});
-    read(allRecords(), tr("READING THE UNIT"),
-         [this, empty](const TransferReport &report) { offer(*report.unit, empty, tr("EMPTY")); });
+    read(allRecords(), tr("READING THE UNIT"), [this, empty](const TransferReport &report) mutable {
+        const ExpressionPedalData &held = report.unit->content.expressionPedal;
+        ExpressionPedalData &pedal = empty.content.expressionPedal;  // its calibration is not what is cleared
+        pedal.calibrationUp = held.calibrationUp;
+        pedal.calibrationDown = held.calibrationDown;
+        pedal.calibrationInversion = held.calibrationInversion;
+        offer(*report.unit, empty, tr("EMPTY"));
+    });
 }
 
 void UnitFiles::offer(const UnitPart &present, const UnitPart &part, const QString &name)
