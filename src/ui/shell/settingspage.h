@@ -35,6 +35,13 @@ constexpr bool offersNone()
     return rowOf<Member>().range.also == Range::Also::None;
 }
 
+/// What a number is more than its item's index.
+template <auto Member>
+constexpr int valueBeforeItems()
+{
+    return rowOf<Member>().range.low - (offersNone<Member>() ? 1 : 0);
+}
+
 /// The items of its box.
 template <auto Member>
 QStringList itemsOf()
@@ -55,7 +62,7 @@ int itemOf(ValueOf<Member> value)
     if constexpr (std::is_same_v<ValueOf<Member>, bool> || std::is_enum_v<ValueOf<Member>>)
         return toIndex(value);
     else
-        return offersNone<Member>() ? indexOrNone(value) : value;
+        return offersNone<Member>() && value == none ? 0 : value - valueBeforeItems<Member>();
 }
 
 /// The value that an item stands for.
@@ -65,5 +72,6 @@ ValueOf<Member> valueOfItem(int index)
     if constexpr (std::is_same_v<ValueOf<Member>, bool> || std::is_enum_v<ValueOf<Member>>)
         return fromIndex<ValueOf<Member>>(index);
     else
-        return static_cast<ValueOf<Member>>(offersNone<Member>() ? valueOrNone(index) : index);
+        return static_cast<ValueOf<Member>>(offersNone<Member>() && index == 0 ? none
+                                                                               : index + valueBeforeItems<Member>());
 }
