@@ -136,16 +136,6 @@ TEST(UnitPort, WhatTheEditorDoesNotReadIsLostWhenItCloses)
     }
 }
 
-TEST(UnitPort, AnEndlessStreamEndsWithTheNextCommand)
-{
-    UnitPort port{UnitMemory()};
-    port.queueFault(Fault::endlessStream());
-    EXPECT_GE(ask(port, writeName).size(), 4000U);
-    EXPECT_EQ(port.memory().banks[0].name, "");
-    const std::string next = ask(port, readIdentity);
-    EXPECT_EQ(next.substr(std::min(next.find('\x02'), next.size())), identity);
-}
-
 TEST(UnitPort, StopsAtOnceDuringAFault)
 {
     for (const Fault &fault : {Fault(), Fault::lateAnswer(60s), Fault::slowBytes(60s), Fault::endlessStream()}) {

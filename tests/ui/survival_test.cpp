@@ -238,27 +238,6 @@ TEST_F(Survival, WhatCannotBeSentGoesBackAndABankThatCouldNotBeReadIsAskedForAga
     EXPECT_EQ(requests(), Requests{}) << "a number that is shown and read asks for nothing";
 }
 
-TEST_F(Survival, LeavingAnUntouchedEditSendsNothing)
-{
-    unit.alter([](UnitMemory &memory) { memory.midiDevices[0].name = "ON THE UNIT"; });
-    const auto told = nextBox();
-    unit.queueFault(Fault::errorStatus(5, "Broken"));
-    click("pushButton_midiDevicesTab");
-    ASSERT_TRUE(becomes([&] { return !told->isEmpty(); }) && settles());
-    unit.unplug();
-    click("pushButton_settingsTab");
-    ASSERT_TRUE(becomes([this] { return !isConnected(); }));
-    unit.queueFault(Fault::errorStatus(5, "Broken"), 13);  // the first device of the new connection
-    const auto again = nextBox();
-    unit.plugIn();
-    ASSERT_TRUE(becomes([&] { return isConnected() && !again->isEmpty() && settles(); }));
-    taken();
-    for (const auto &[table, column] : {std::pair("midiDevices", 0), {"loops", 2}, {"midi", 3}})
-        QTest::keyClick(&edit(table, 1, column), Qt::Key_Return);
-    EXPECT_EQ(requests(), Requests{});
-    EXPECT_EQ(unit.memory().midiDevices[0].name, "ON THE UNIT");
-}
-
 TEST_F(Survival, WithoutAUnitEveryChoiceGoesBack)
 {
     openSettings();
