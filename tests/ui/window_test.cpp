@@ -4,6 +4,7 @@
 #include "ui/dialogs/midieditorwindow.h"
 #include "ui/editor.h"
 
+#include <QClipboard>
 #include <QDesktopServices>
 #include <QMenu>
 #include <QTextBrowser>
@@ -131,8 +132,16 @@ TEST_F(Window, AsksForWhatAPageShowsWhileConnected)
     for (const auto &page : expected)
         click(page.first);
     click("pushButton_settingsTab");
-    onDialog([](QWidget &help) { dynamic_cast<InstallDriversWindow &>(help).close(); });
+    onDialog([](QWidget &help) {
+        QTest::mouseClick(help.findChild<QPushButton *>("pushButton_installDrivers"), Qt::LeftButton);
+        QTest::mouseClick(help.findChild<QPushButton *>("pushButton_copyCommand"), Qt::LeftButton);
+        EXPECT_EQ(QApplication::clipboard()->text(), help.findChild<QLabel *>("label_command")->text());
+        EXPECT_EQ(QApplication::clipboard()->text(), "sudo adduser $USER dialout");
+        dynamic_cast<InstallDriversWindow &>(help).close();
+    });
     click("pushButton_connection");
+    onDialog([](QWidget &help) { dynamic_cast<InstallDriversWindow &>(help).close(); });
+    QTest::mouseClick(&find<QLabel>("label_deviceStatus"), Qt::LeftButton);
 
     unit.alter([](UnitMemory &memory) {
         memory.settings.wahPad1 = WahPadSetting::Loop2;
@@ -181,7 +190,7 @@ TEST_F(Window, TheMenuOffersWhatNeedsAUnitOnlyWhileThereIsOne)
     };
     const QString expected = "FIRMWARE UPGRADE|BACKUP|+WHOLE UNIT...|+THIS BANK...|RESTORE|+FROM FILE...|"
                              "+COMPARE WITH FILE...|+BEFORE THE LAST RESTORE...|FACTORY RESET|+CLEAR THIS BANK...|"
-                             "+CLEAR WHOLE UNIT...";
+                             "+CLEAR WHOLE UNIT...|HELP";
     EXPECT_EQ(offered(), expected);
     EXPECT_EQ(menu->pos(), find<QPushButton>("pushButton_menu").mapToGlobal({0, 29}));
     onDialog([](QWidget &files) { static_cast<QDialog &>(files).reject(); });
@@ -217,6 +226,12 @@ TEST_F(Window, IsMovedByItsTopMinimisedClosedAndTellsAboutItself)
         QTest::keyClick(&window, Qt::Key_L, Qt::ControlModifier | Qt::ShiftModifier);
         EXPECT_EQ(Connection::enableLog, expected);
     }
+    QTest::keyClick(&window, Qt::Key_F1);
+    const auto windows = QApplication::topLevelWidgets();
+    EXPECT_TRUE(std::any_of(windows.begin(), windows.end(), [](const QWidget *shown) {
+        const auto *const guide = shown->findChild<QTextBrowser *>("textBrowser_guide");
+        return guide && shown->isVisible() && guide->toPlainText().contains("There is no save button.");
+    }));
     onDialog([](QWidget &dialog) { dynamic_cast<AboutWindow &>(dialog).close(); });
     click("pushButton_logo");
     click("pushButton_minimizeWindow");

@@ -207,6 +207,8 @@ TEST_F(Wire, EverySettingIsSentOnceAndItsBoxFollowsTheUnit)
         ASSERT_TRUE(box.isVisible());
         EXPECT_EQ(itemsOf(box), itemsOf(QString(choice.items)));
         EXPECT_EQ(box.accessibleName(), choice.label);
+        for (const QLabel *const label : window.findChildren<QLabel *>())
+            EXPECT_EQ(label->buddy() == &box, label->text() == choice.label && label->toolTip().endsWith('.'));
         EXPECT_EQ(box.isEnabled(), choice.chosen != nullptr);
         if (choice.chosen) {
             choose(box, choice.chosen);

@@ -44,7 +44,7 @@ QString undeliveredText(const QStringList &changes)
 MainWindow::MainWindow(PortLister listPorts, QWidget *parent, DeviceController::Timeouts timeouts)
     : QMainWindow(parent, Qt::Window | Qt::FramelessWindowHint | Qt::WindowTitleHint | Qt::CustomizeWindowHint),
       controller(std::make_unique<DeviceController>(std::move(listPorts))), requests(*controller, this),
-      aboutWindow(nullptr), installDriversWindow(nullptr), ui(this), drag(dragHeight)
+      aboutWindow(nullptr), guideWindow(nullptr), installDriversWindow(nullptr), ui(this), drag(dragHeight)
 {
     setWindowIcon(QIcon(QStringLiteral(":/images/ico.png")));
     connectButtons();
@@ -55,6 +55,8 @@ MainWindow::MainWindow(PortLister listPorts, QWidget *parent, DeviceController::
     makeController();
     auto *logShortcut = new QShortcut(QKeySequence(QStringLiteral("Ctrl+Shift+L")), centralWidget());
     connect(logShortcut, &QShortcut::activated, this, &MainWindow::toggleLog);
+    auto *help = new QShortcut(QKeySequence(QKeySequence::HelpContents), this);
+    connect(help, &QShortcut::activated, this, &MainWindow::showGuide);
 
     controller->setTimeouts(timeouts);
     controller->moveToThread(&workerThread);
@@ -99,6 +101,7 @@ void MainWindow::connectButtons()
     clicks(ui.pushButton_menu, &MainWindow::on_pushButton_menu_clicked);
     clicks(ui.pushButton_minimizeWindow, &MainWindow::on_pushButton_minimizeWindow_clicked);
     clicks(ui.pushButton_closeWindow, &MainWindow::on_pushButton_closeWindow_clicked);
+    ui.label_deviceStatus->installEventFilter(this);
     ui.pages[PresetsPageIndex].button->setFocus();
 }
 
@@ -113,6 +116,7 @@ void MainWindow::makeMenu()
         submenus[index++]->setStyleSheet(look::menuStyle());
     }
     makeUnitFiles(*submenus[0], *submenus[1], *submenus[2]);
+    menu->addAction(QStringLiteral("HELP"), this, &MainWindow::showGuide);
 }
 
 void MainWindow::makeController()
@@ -140,6 +144,7 @@ void MainWindow::showDisconnected()
 {
     look::makeIconButton(ui.pushButton_connection, plugRed, {36, 36}, tr("No unit found: help"));
     ui.label_deviceStatus->setText(disconnectedText());
+    ui.label_deviceStatus->setCursor(Qt::PointingHandCursor);  // the words open the same help as the plug
     files->setEnabled(false);
     ui.label_deviceFirmware->clear();
 }
@@ -149,6 +154,7 @@ void MainWindow::deviceFound(DataFromDevice *newData)
     if (requests.isSearchWaiting()) return;  // its identity could not be read: the next search lets it go again
     look::makeIconButton(ui.pushButton_connection, plugGreen, {36, 36}, tr("The unit is connected"));
     ui.label_deviceStatus->setText(connectedText());
+    ui.label_deviceStatus->unsetCursor();
     files->setEnabled(true);
     data = newData;
     const auto info = data->deviceInfo.load();
@@ -203,6 +209,13 @@ void MainWindow::showStored()
 void MainWindow::on_pushButton_connection_clicked()
 {
     if (!isConnected()) installDriversWindow.exec();
+}
+
+bool MainWindow::eventFilter(QObject *watched, QEvent *event)
+{
+    const bool isHelp = watched == ui.label_deviceStatus && event->type() == QEvent::MouseButtonPress && !isConnected();
+    if (isHelp) on_pushButton_connection_clicked();
+    return isHelp;
 }
 
 // --- Pages
@@ -304,6 +317,13 @@ void MainWindow::focusFirstEditor()
 
 void MainWindow::on_pushButton_logo_clicked() { aboutWindow.exec(); }
 
+void MainWindow::showGuide()
+{
+    guideWindow.show();
+    guideWindow.raise();
+    guideWindow.activateWindow();
+}
+
 void MainWindow::on_pushButton_menu_clicked() { menu->popup(ui.pushButton_menu->mapToGlobal({0, 29})); }
 
 void MainWindow::on_pushButton_minimizeWindow_clicked() { setWindowState(windowState() | Qt::WindowMinimized); }
@@ -324,6 +344,7 @@ void MainWindow::closeEvent(QCloseEvent *event)
     isClosing = true;
     // A search and an upload end at once; changes still reach the unit.
     if (requests.isSearching() || isUploading) workerThread.requestInterruption();
+    guideWindow.close();
     const QStringList lost = requests.finish();
     stopWorker();
     // What the worker announced meanwhile must not open a box after the window has gone.

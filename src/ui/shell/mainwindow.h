@@ -3,6 +3,7 @@
 #include "controller/devicecontroller.h"
 #include "controller/requestqueue.h"
 #include "ui/dialogs/aboutwindow.h"
+#include "ui/dialogs/guidewindow.h"
 #include "ui/dialogs/installdriverswindow.h"
 #include "ui/shell/mainwindowform.h"
 #include "ui/windowdrag.h"
@@ -110,6 +111,7 @@ public slots:
     void on_pushButton_minimizeWindow_clicked();
     void on_pushButton_closeWindow_clicked();
     void toggleLog();
+    void showGuide();
 
     void loopsSplitChanged(int index);
     void keyboardTypeChanged(int index);
@@ -144,6 +146,7 @@ protected:
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     /// A box of a global setting, and how it shows what the model holds.
@@ -176,7 +179,8 @@ private:
     void makeSettingsPages();
     /// Adds a setting's box. Without a slot of its own a choice goes straight to the controller, as the row says.
     template <auto Member>
-    ComboBox *addSetting(SettingsPage &page, const char *objectName, SettingSlot changed = nullptr);
+    ComboBox *addSetting(SettingsPage &page, const char *objectName, const QString &help,
+                         SettingSlot changed = nullptr);
     template <auto Member>
     static QString settingWords()
     {
@@ -214,6 +218,7 @@ private:
     std::unique_ptr<DeviceController> controller;  // lives on the worker thread
     RequestQueue requests;
     AboutWindow aboutWindow;
+    GuideWindow guideWindow;
     InstallDriversWindow installDriversWindow;
     MainWindowForm ui;
     WindowDrag drag;

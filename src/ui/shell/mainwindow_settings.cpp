@@ -4,11 +4,11 @@
 // --- The pages, made from the tables of the records
 
 template <auto Member>
-ComboBox *MainWindow::addSetting(SettingsPage &page, const char *objectName, SettingSlot changed)
+ComboBox *MainWindow::addSetting(SettingsPage &page, const char *objectName, const QString &help, SettingSlot changed)
 {
     using Record = RecordOf<Member>;
     constexpr auto row = rowOf<Member>();
-    ComboBox *const box = page.add(QLatin1String(row.name), QLatin1String(objectName), itemsOf<Member>());
+    ComboBox *const box = page.add(QLatin1String(row.name), QLatin1String(objectName), itemsOf<Member>(), help);
     settingBoxes.push_back({indexOf<Record, GlobalRecords>(), box, [](const DataFromDevice &model) {
                                 const auto record = (model.*globalSlot<Record>).load();
                                 return record ? std::optional(itemOf<Member>(*record.*Member)) : std::nullopt;
@@ -29,39 +29,78 @@ void MainWindow::makeSettingsPages()
 {
     using Window = MainWindow;
     SettingsPage settings(ui.page(SettingsPageIndex), 5);
-    addSetting<&Settings::loopsSplit>(settings, "comboBox_loopsSplit", &Window::loopsSplitChanged);
-    addSetting<&Settings::keyboardType>(settings, "comboBox_keyboardType", &Window::keyboardTypeChanged);
-    addSetting<&Settings::clickProtection>(settings, "comboBox_clickProtection", &Window::clickProtectionChanged);
-    addSetting<&Settings::oneTimeMidiModeSend>(settings, "comboBox_oneTimeModeMidiSend",
-                                               &Window::oneTimeModeMidiSendChanged);
-    addSetting<&Settings::recallUserBanksOnly>(settings, "comboBox_recallUserBanksOnly",
-                                               &Window::recallUserBanksOnlyChanged);
-    addSetting<&Settings::bankPresetChangeMode>(settings, "comboBox_bankPresetChangeMode",
-                                                &Window::bankPresetChangeModeChanged);
-    addSetting<&Settings::presetChangeName>(settings, "comboBox_presetChangeName", &Window::presetChangeNameChanged);
-    addSetting<&Settings::wahPad1>(settings, "comboBox_wahPad1", &Window::wahPad1Changed);
-    addSetting<&Settings::wahPad2>(settings, "comboBox_wahPad2", &Window::wahPad2Changed);
+    addSetting<&Settings::loopsSplit>(settings, "comboBox_loopsSplit",
+                                      tr("Whether the unit splits its six loops into two chains."),
+                                      &Window::loopsSplitChanged);
+    addSetting<&Settings::keyboardType>(settings, "comboBox_keyboardType",
+                                        tr("The order in which the unit offers letters when a name is entered on it."),
+                                        &Window::keyboardTypeChanged);
+    addSetting<&Settings::clickProtection>(
+        settings, "comboBox_clickProtection",
+        tr("How gently loops and outputs switch: more protection makes less noise and takes a moment longer."),
+        &Window::clickProtectionChanged);
+    addSetting<&Settings::oneTimeMidiModeSend>(
+        settings, "comboBox_oneTimeModeMidiSend",
+        tr("Whether a preset's MIDI messages go out only once while it is stepped on again."),
+        &Window::oneTimeModeMidiSendChanged);
+    addSetting<&Settings::recallUserBanksOnly>(
+        settings, "comboBox_recallUserBanksOnly",
+        tr("Whether stepping through the banks passes over those that hold nothing."),
+        &Window::recallUserBanksOnlyChanged);
+    addSetting<&Settings::bankPresetChangeMode>(
+        settings, "comboBox_bankPresetChangeMode",
+        tr("Whether a new bank takes effect at once, or when a preset of it is chosen."),
+        &Window::bankPresetChangeModeChanged);
+    addSetting<&Settings::presetChangeName>(settings, "comboBox_presetChangeName",
+                                            tr("Which names the display shows when a preset is chosen."),
+                                            &Window::presetChangeNameChanged);
+    addSetting<&Settings::wahPad1>(settings, "comboBox_wahPad1", tr("The loop that wah pad 1 switches."),
+                                   &Window::wahPad1Changed);
+    addSetting<&Settings::wahPad2>(settings, "comboBox_wahPad2", tr("The loop that wah pad 2 switches."),
+                                   &Window::wahPad2Changed);
 
     SettingsPage midiIn(ui.page(MidiInPageIndex), 5);
-    addSetting<&MidiInData::channel>(midiIn, "comboBox_channel", &Window::channelChanged);
-    addSetting<&MidiInData::pcFunction>(midiIn, "comboBox_PCFunction", &Window::pcFunctionChanged);
-    addSetting<&MidiInData::ccFunction>(midiIn, "comboBox_CCFunction", &Window::ccFunctionChanged);
+    addSetting<&MidiInData::channel>(midiIn, "comboBox_channel",
+                                     tr("The MIDI channel on which the unit listens; INACTIVE listens on none."),
+                                     &Window::channelChanged);
+    addSetting<&MidiInData::pcFunction>(
+        midiIn, "comboBox_PCFunction",
+        tr("What a program change that comes in does: recall a bank, or a bank and preset."),
+        &Window::pcFunctionChanged);
+    addSetting<&MidiInData::ccFunction>(
+        midiIn, "comboBox_CCFunction",
+        tr("What a control change that comes in does: its number chooses the bank, its value the preset."),
+        &Window::ccFunctionChanged);
 
     using Pedal = ExpressionPedalData;
     SettingsPage pedal(ui.page(ExpressionPedalPageIndex), 5);
-    addSetting<&Pedal::period>(pedal, "comboBox_period", &Window::periodChanged);
-    addSetting<&Pedal::characteristic>(pedal, "comboBox_characteristic", &Window::characteristicChanged);
-    addSetting<&Pedal::toeUp>(pedal, "comboBox_toeUpValue", &Window::toeUpChanged);
-    addSetting<&Pedal::toeDown>(pedal, "comboBox_toeDownValue", &Window::toeDownChanged);
-    ComboBox *const calibrationUp = addSetting<&Pedal::calibrationUp>(pedal, "comboBox_calibrationUpValue");
-    ComboBox *const calibrationDown = addSetting<&Pedal::calibrationDown>(pedal, "comboBox_calibrationDownValue");
-    addSetting<&Pedal::calibrationInversion>(pedal, "comboBox_calibrationInversion");
-    ComboBox *const onTheFly =
-        pedal.add(QStringLiteral("ON THE FLY MODE"), QStringLiteral("comboBox_onTheFlyMode"), labels<bool>());
-    pedalDevice =
-        addSetting<&Pedal::midiDeviceNumber>(pedal, "comboBox_midiDeviceNumber", &Window::midiDeviceNumberChanged);
-    pedalController =
-        addSetting<&Pedal::controllerNumber>(pedal, "comboBox_controllerNumber", &Window::controllerNumberChanged);
+    addSetting<&Pedal::period>(pedal, "comboBox_period",
+                               tr("How often the unit reads the pedal; a longer time sends fewer messages."),
+                               &Window::periodChanged);
+    addSetting<&Pedal::characteristic>(
+        pedal, "comboBox_characteristic",
+        tr("How the value follows the pedal: fast at first, evenly, or slowly at first."),
+        &Window::characteristicChanged);
+    addSetting<&Pedal::toeUp>(pedal, "comboBox_toeUpValue", tr("The value that is sent while the toe is up."),
+                              &Window::toeUpChanged);
+    addSetting<&Pedal::toeDown>(pedal, "comboBox_toeDownValue", tr("The value that is sent while the toe is down."),
+                                &Window::toeDownChanged);
+    ComboBox *const calibrationUp =
+        addSetting<&Pedal::calibrationUp>(pedal, "comboBox_calibrationUpValue",
+                                          tr("Where the unit found the pedal with the toe up; it is set on the unit."));
+    ComboBox *const calibrationDown = addSetting<&Pedal::calibrationDown>(
+        pedal, "comboBox_calibrationDownValue",
+        tr("Where the unit found the pedal with the toe down; it is set on the unit."));
+    addSetting<&Pedal::calibrationInversion>(pedal, "comboBox_calibrationInversion",
+                                             tr("Whether the pedal works the other way round; it is set on the unit."));
+    ComboBox *const onTheFly = pedal.add(QStringLiteral("ON THE FLY MODE"), QStringLiteral("comboBox_onTheFlyMode"),
+                                         labels<bool>(), tr("The unit does not report this."));
+    pedalDevice = addSetting<&Pedal::midiDeviceNumber>(
+        pedal, "comboBox_midiDeviceNumber", tr("The MIDI device that the pedal drives while no preset says otherwise."),
+        &Window::midiDeviceNumberChanged);
+    pedalController = addSetting<&Pedal::controllerNumber>(pedal, "comboBox_controllerNumber",
+                                                           tr("The controller of that device which the pedal moves."),
+                                                           &Window::controllerNumberChanged);
     for (ComboBox *const list : {pedalDevice, pedalController})  // the unit's names take the place of numbers
         list->setItems(withInactive({}));
     for (ComboBox *const box : {calibrationUp, calibrationDown, onTheFly})
@@ -72,9 +111,10 @@ void MainWindow::makeSettingsPages()
                                               &Window::switchOut3Changed, &Window::switchOut4Changed,
                                               &Window::switchOut5Changed, &Window::switchOut6Changed};
     for (int number = 1; number <= switchOutCount; ++number) {
-        ComboBox *const box =
-            switchOut.add(QStringLiteral("%1 %2").arg(rowOf<&SwitchOutData::switchOuts>().name).arg(number),
-                          QStringLiteral("comboBox_switchOut%1").arg(number), labels<SwitchOutSetting>());
+        ComboBox *const box = switchOut.add(
+            QStringLiteral("%1 %2").arg(rowOf<&SwitchOutData::switchOuts>().name).arg(number),
+            QStringLiteral("comboBox_switchOut%1").arg(number), labels<SwitchOutSetting>(),
+            tr("How this output answers a footswitch: it stays, gives a pulse, or holds while the foot is down."));
         connect(box, qOverload<int>(&QComboBox::currentIndexChanged), this, switchOutSlots[number - 1]);
         switchOutBoxes << box;
     }

@@ -25,7 +25,8 @@ SettingsPage::SettingsPage(QWidget *page, int rowsPerColumn) : grid(new QGridLay
     grid->setColumnStretch(2 * gridColumns, 1);
 }
 
-ComboBox *SettingsPage::add(const QString &text, const QString &objectName, const QStringList &items)
+ComboBox *SettingsPage::add(const QString &text, const QString &objectName, const QStringList &items,
+                            const QString &help)
 {
     const int row = count % rows;
     const int column = count / rows * gridColumns;
@@ -34,9 +35,11 @@ ComboBox *SettingsPage::add(const QString &text, const QString &objectName, cons
     auto *label = new QLabel(text);
     label->setFont(look::pixelFont(DataFromDevice::fontSettingsLabel));
     label->setFixedSize(labelWidth, boxHeight);
+    label->setToolTip(help);
     ComboBox *const box = look::makeComboBox(items);
     box->setObjectName(objectName);
     box->setAccessibleName(text);
+    box->setAccessibleDescription(help);
     box->setFixedSize(boxWidth, boxHeight);
     box->showStored(-1);
     label->setBuddy(box);

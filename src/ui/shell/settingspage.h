@@ -17,8 +17,8 @@ public:
     /// Fills `page` column by column, `rowsPerColumn` settings in each.
     SettingsPage(QWidget *page, int rowsPerColumn);
 
-    /// Adds a setting; its box holds `items` and shows none.
-    ComboBox *add(const QString &text, const QString &objectName, const QStringList &items);
+    /// Adds a setting; its box holds `items` and shows none. `help` says in one sentence what it is for.
+    ComboBox *add(const QString &text, const QString &objectName, const QStringList &items, const QString &help);
 
 private:
     QGridLayout *grid;
