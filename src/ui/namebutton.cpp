@@ -11,6 +11,9 @@
 namespace {
 
 constexpr int rightPadding = 3;  // pixels
+constexpr int markRoom = 16;     // pixels
+constexpr double markRadius = 3.5;
+constexpr double disabledOpacity = 0.45;
 
 }  // namespace
 
@@ -34,11 +37,26 @@ void NameButton::setName(const QString &name)
     setToolTip(plainToolTip(name));
 }
 
+void NameButton::setMarked(bool marked)
+{
+    if (marked == isMarked) return;
+    isMarked = marked;
+    update();
+}
+
 void NameButton::paintEvent(QPaintEvent *)
 {
     QStyleOptionButton option;
     initStyleOption(&option);
-    const int width = style()->subElementRect(QStyle::SE_PushButtonContents, &option, this).width() - rightPadding;
+    const int room = isMarked ? markRoom : rightPadding;
+    const int width = style()->subElementRect(QStyle::SE_PushButtonContents, &option, this).width() - room;
     option.text = fontMetrics().elidedText(text(), Qt::ElideRight, width).replace('&', QLatin1String("&&"));
-    QStylePainter(this).drawControl(QStyle::CE_PushButton, option);
+    QStylePainter painter(this);
+    if (!isEnabled()) painter.setOpacity(disabledOpacity);
+    painter.drawControl(QStyle::CE_PushButton, option);
+    if (!isMarked) return;
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(Qt::white);
+    painter.drawEllipse(QPointF(this->width() - markRoom / 2.0, height() / 2.0), markRadius, markRadius);
 }

@@ -14,7 +14,12 @@ public:
 
     /// Use this rather than setText(), which would take an ampersand for the mark of a shortcut.
     void setName(const QString &name);
+    /// Shows a dot: there is more to it than the name.
+    void setMarked(bool marked);
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+
+private:
+    bool isMarked = false;
 };

@@ -18,6 +18,7 @@ UnitMemory content()
     }
     memory.midiDevices[3] = MidiDevice();
     PresetData &preset = memory.presets[0][4];
+    preset.name = "<&";
     preset.programChanges[1] = 128;
     preset.controlChanges = {{2, 1, 254}, {3, 1, 5}, {2, 20, 64}, {2, 2, 1}};
     preset.expressionPedal = {2, 20, ExpressionPedalCharacteristic::SlowFast, 10, 110};
@@ -47,6 +48,7 @@ protected:
         QString texts;
         onDialog([&](QWidget &dialog) {
             texts = dialog.findChild<QLabel *>("label_midiDeviceName")->text();
+            EXPECT_EQ(dialog.findChild<QLabel *>("label_preset")->text(), "BANK 0, PRESET 4: <&");
             const auto all = dialog.findChildren<ComboBox *>();
             for (const ComboBox *const box : all)
                 texts += '|' + box->currentText();
@@ -77,15 +79,35 @@ protected:
 
 TEST_F(Midi, TheEditorShowsWhatThePresetHolds)
 {
+    auto &button = cell<QPushButton>("midi", 5, 5);
+    const QImage marked = button.grab().toImage();
+    EXPECT_EQ(button.toolTip(), "DEVICE 2: PC 128, VOLUME toggles, LAST = 64, controller 2 = 1, PEDAL: LAST 10 to 110");
     EXPECT_EQ(shown(2), "MIDI 2 : DEVICE 2|128|LAST|SLOW/FAST|10|110|TOGGLE|INACTIVE|64");
     EXPECT_EQ(shown(3), "MIDI 3 : DEVICE 3|INACTIVE||SLOW/FAST|10|110|5|INACTIVE|INACTIVE") << "not its pedal";
     EXPECT_EQ(shown(4), "MIDI 4 : |INACTIVE|NO CONTROLLERS DEFINED|SLOW/FAST|10|110");
-    unit.alter([](UnitMemory &memory) { memory.presets[0][4].expressionPedal.controllerNumber = none; });
+    unit.alter([](UnitMemory &memory) {
+        memory.presets[0][4].expressionPedal.controllerNumber = none;
+        memory.presets[0][5] = PresetData();
+    });
     readAgain();
+    EXPECT_NE(cell<QPushButton>("midi", 6, 5).grab().toImage(), marked) << "where something is sent there is a mark";
     EXPECT_EQ(shown(2), "MIDI 2 : DEVICE 2|128|INACTIVE||||TOGGLE|INACTIVE|64");
     unit.alter([](UnitMemory &memory) { memory.presets[0][4].expressionPedal.controllerNumber = 2; });
     readAgain();
     EXPECT_EQ(shown(2), "MIDI 2 : DEVICE 2|128||SLOW/FAST|10|110|TOGGLE|INACTIVE|64") << "controller not defined";
+}
+
+TEST_F(Midi, APedalThatDroveNothingIsProposedTheWholeRange)
+{
+    unit.alter([](UnitMemory &memory) {
+        memory.presets[0][4].expressionPedal = PresetData().expressionPedal;
+        memory.presets[0][4].controlChanges.clear();
+    });
+    readAgain();
+    edit(3, {{PedalController, 0}});
+    EXPECT_EQ(sent().last(), "WBP|A0|B4|GnA3,B1,C2,D0,E127|D0");
+    const auto &button = cell<QPushButton>("midi", 5, 6);
+    EXPECT_EQ(button.toolTip(), "DEVICE 3: PEDAL: VOLUME 0 to 127");
 }
 
 TEST_F(Midi, TheEditorSendsWhatWasChosen)
@@ -129,7 +151,10 @@ TEST_F(Midi, OnlyPlainPresetsAndMidiModifiersOpenTheEditor)
         const auto &button = cell<QPushButton>("midi", 5, 13);
         EXPECT_EQ(button.text(), "DEVICE 10");
         EXPECT_TRUE(button.styleSheet().endsWith("\nbackground-color: " + colors[function]));
-        if (function == 0 || function == 3)
+        const bool sends = function == 0 || function == 3;
+        EXPECT_EQ(button.isEnabled(), sends);
+        EXPECT_EQ(button.toolTip().endsWith("modifier sends no MIDI"), !sends);
+        if (sends)
             edit(10, {}, "pushButton_cancel");
         else
             clickCell("midi", 5, 13);

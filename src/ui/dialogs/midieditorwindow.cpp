@@ -45,6 +45,10 @@ MidiEditorWindow::MidiEditorWindow(const PresetData &preset, const MidiDevice &d
     layout->setContentsMargins(20, 20, 20, 20);
     layout->setSpacing(16);
     layout->addWidget(makeTitle(device, definition.name));
+    presetPlace = makeLabel(QStringLiteral("label_preset"), QString(), DataFromDevice::fontSettingsLabel);
+    presetPlace->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);  // nor does a long name of a preset
+    presetPlace->hide();
+    layout->addWidget(presetPlace);
     layout->addLayout(columns);
     layout->addLayout(makeAnswers());
 
@@ -54,6 +58,17 @@ MidiEditorWindow::MidiEditorWindow(const PresetData &preset, const MidiDevice &d
     showPedal(preset.expressionPedal);
     for (const ComboBox *const box : findChildren<ComboBox *>())
         shown[box] = box->currentIndex();
+    const PresetExpressionPedal &pedal = preset.expressionPedal;
+    if (rowOf<&PresetExpressionPedal::midiDeviceNumber>().range.isNone(pedal.midiDeviceNumber) ||
+        rowOf<&PresetExpressionPedal::controllerNumber>().range.isNone(pedal.controllerNumber))
+        connect(pedalControllers, qOverload<int>(&QComboBox::currentIndexChanged), this,
+                &MidiEditorWindow::proposePedal);
+}
+
+void MidiEditorWindow::setPlace(const QString &place, const QString &presetName)
+{
+    presetPlace->setText(presetName.isEmpty() ? place : place + QStringLiteral(": ") + presetName);
+    presetPlace->show();
 }
 
 QVBoxLayout *MidiEditorWindow::makeChoices(const QStringList &controllerNames, const QString &color)
@@ -144,6 +159,15 @@ void MidiEditorWindow::showPedal(const PresetExpressionPedal &pedal)
     characteristics->setCurrentIndex(hasController ? toIndex(pedal.characteristic) : noItem);
     toeUpValues->setCurrentIndex(hasController ? pedal.toeUp : noItem);
     toeDownValues->setCurrentIndex(hasController ? pedal.toeDown : noItem);
+}
+
+void MidiEditorWindow::proposePedal()
+{
+    const bool isTouched = altered(characteristics) || altered(toeUpValues) || altered(toeDownValues);
+    if (isTouched || pedalControllers->currentIndex() >= positions.size()) return;
+    characteristics->setCurrentIndex(toIndex(ExpressionPedalCharacteristic::Linear));
+    toeUpValues->setCurrentIndex(0);
+    toeDownValues->setCurrentIndex(toeDownValues->count() - 1);
 }
 
 std::optional<int> MidiEditorWindow::altered(const ComboBox *box) const

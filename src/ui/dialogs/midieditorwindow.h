@@ -4,6 +4,7 @@
 #include "ui/dialogs/mididevicedialog.h"
 
 class ComboBox;
+class QLabel;
 class QVBoxLayout;
 
 /// Edits what a preset sends to one MIDI device: program change, control changes, expression pedal. It sends nothing
@@ -16,6 +17,8 @@ public:
     /// Shows what a preset sends to a MIDI device; `device` counts from 0.
     MidiEditorWindow(const PresetData &preset, const MidiDevice &definition, int device, QWidget *parent);
 
+    /// Says below the title which preset it is: "BANK 3, PRESET 4" and its name.
+    void setPlace(const QString &place, const QString &presetName);
     /// What the user has altered.
     MidiEdit edit() const;
 
@@ -26,11 +29,14 @@ private:
     QVBoxLayout *makeControllers(const QStringList &controllerNames, const QString &color);
     void showValues(const std::vector<ControlChangeData> &controlChanges);
     void showPedal(const PresetExpressionPedal &pedal);
+    /// For a pedal that drove nothing so far: a straight line over the whole range.
+    void proposePedal();
 
     std::uint8_t deviceNumber;           // 1 to 10
     QVector<std::uint8_t> positions;     // of the rows' controllers in the device's list, 1 to 20
     QHash<const ComboBox *, int> shown;  // the item that each box showed first
     QVector<ComboBox *> values;
+    QLabel *presetPlace = nullptr;
     ComboBox *programChanges = nullptr;
     ComboBox *pedalControllers = nullptr;  // the controllers of the rows, then none
     ComboBox *characteristics = nullptr;

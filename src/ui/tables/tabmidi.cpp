@@ -3,6 +3,7 @@
 #include "model/places.h"
 #include "ui/dialogs/midieditorwindow.h"
 #include "ui/namebutton.h"
+#include "ui/tables/midisummary.h"
 
 #include <QTableWidget>
 
@@ -61,17 +62,38 @@ void TabMidi::gotMidiDevicesData()
             for (NameButton *const button : qAsConst(deviceButtons[device]))
                 button->setName(name);
         }
+    refreshButtons();
 }
 
-void TabMidi::changeButtonColors()
+void TabMidi::refreshButtons()
 {
     for (int preset = 0; preset < presetCount; ++preset) {
         const auto record = shown.preset(preset);
         const QString color = record ? look::functionColor(record->footswitchFunction) : QString();
         if (color.isEmpty()) continue;
-        for (const auto &buttons : qAsConst(deviceButtons))
-            look::setBackgroundLine(buttons[preset], QStringLiteral("background-color: ") + color);
+        const QString line = QStringLiteral("background-color: ") + color;
+        for (int device = 0; device < midiDeviceCount; ++device) {
+            NameButton *const button = deviceButtons[device][preset];
+            look::setBackgroundLine(button, line);
+            refreshButton(button, *record, device);
+        }
     }
+}
+
+void TabMidi::refreshButton(NameButton *button, const PresetData &preset, int device)
+{
+    const bool sends = takesMidi(preset.footswitchFunction);
+    const auto definition = shown.data()->midiDevices[static_cast<std::size_t>(device)].load();
+    const QString summary = sends && definition ? midiSummary(preset, device + 1, *definition) : QString();
+    const QString why = preset.footswitchFunction == FootswitchType::LoopModifier
+                            ? tr("A loop modifier sends no MIDI")
+                            : tr("A switch modifier sends no MIDI");
+    QStringList lines{button->text(), sends ? summary : why};
+    lines.removeAll(QString());
+    button->setEnabled(sends);
+    button->setMarked(!summary.isEmpty());
+    button->setToolTip(plainToolTip(lines.join(QStringLiteral(": "))));
+    button->setAccessibleDescription(sends ? summary : why);
 }
 
 std::shared_ptr<const PresetData> TabMidi::editableRecord(int bank, int preset) const
@@ -96,6 +118,7 @@ void TabMidi::deviceButtonClicked(int preset, int device)
     if (!record || !definition) return;
     if (editor) editor->deleteLater();
     editor = new MidiEditorWindow(*record, *definition, device, table->window());
+    editor->setPlace(places::preset(bank, preset), QString::fromStdString(record->name));
     editor->setObstacle([this, bank, preset] {
         QString outer = outerObstacle();
         if (!outer.isEmpty() || editableRecord(bank, preset)) return outer;

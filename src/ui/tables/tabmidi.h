@@ -46,9 +46,10 @@ private:
         MidiEdit edit;
     };
 
-    void refreshEditors() override { changeButtonColors(); }
+    void refreshEditors() override { refreshButtons(); }
     void clearEditors(int) override {}
-    void changeButtonColors();
+    void refreshButtons();
+    void refreshButton(NameButton *button, const PresetData &preset, int device);
     /// A preset whose messages may be edited, as it is once the edits have been taken that wait; null when it is a loop
     /// or switch modifier or has not been read.
     std::shared_ptr<const PresetData> editableRecord(int bank, int preset) const;
