@@ -142,16 +142,12 @@ void dressEdit(QLineEdit *edit)
     edit->setStyleSheet(editStyle());
 }
 
-ComboBox *makeComboBox(const QStringList &items, const QString &background)
+ComboBox *makeComboBox(QWidget *parent, const QStringList &items, const QString &background)
 {
-    auto *box = new ComboBox;
+    auto *box = new ComboBox(parent);
     box->setFont(pixelFont(DataFromDevice::fontTableContent));
     box->setStyleSheet(comboBoxStyle(background));
-    box->setItemDelegate(new QStyledItemDelegate(box));  // the box's own ignores the style sheet's row height
-    box->view()->setTextElideMode(Qt::ElideRight);
     box->setMaxVisibleItems(12);
-    // Without this a box measures all of its items, thousands of them on the pedal page, to find its width.
-    box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     box->addItems(items);
     return box;
 }

@@ -60,7 +60,7 @@ void wearFunctionColor(QWidget *widget, FootswitchType function);
 void dressEdit(QLineEdit *edit);
 /// A box with these items that shows the first. The open list has rows of comfortable height and cuts long texts at
 /// their end.
-ComboBox *makeComboBox(const QStringList &items, const QString &background = cellColor);
+ComboBox *makeComboBox(QWidget *parent, const QStringList &items, const QString &background = cellColor);
 /// "0" to the largest, as texts.
 QStringList numberTexts(int first, int last);
 /// A button with an icon alone: `name` is its tool tip and accessible name.

@@ -5,7 +5,10 @@
 #include <QKeyEvent>
 #include <QSignalBlocker>
 
-NameEdit::NameEdit(const QString &text) : QLineEdit(text), stored(text) { look::dressEdit(this); }
+NameEdit::NameEdit(QWidget *parent, const QString &text) : QLineEdit(text, parent), stored(text)
+{
+    look::dressEdit(this);
+}
 
 void NameEdit::showStored(const QString &text)
 {

@@ -25,7 +25,7 @@ BankTable::BankTable(QTableWidget *tableWidget, const QVector<look::Column> &col
     table->setCellWidget(firstRow - 1, bankColumn,
                          addArrow(QStringLiteral(":/images/arrow-up.png"), tr("Next bank"), 1));
     for (int row = 0; row < editorRows; ++row) {
-        auto *edit = new BankNumberEdit;
+        auto *edit = new BankNumberEdit(table->viewport());
         connect(edit, &BankNumberEdit::entered, this, &BankTable::changeBank);
         place(row, bankColumn, edit);
         bankNumbers << edit;
@@ -36,7 +36,7 @@ BankTable::BankTable(QTableWidget *tableWidget, const QVector<look::Column> &col
 
 QPushButton *BankTable::addArrow(const QString &icon, const QString &name, int step)
 {
-    auto *arrow = new QPushButton;
+    auto *arrow = new QPushButton(table->viewport());
     arrow->resize(table->columnWidth(bankColumn), table->verticalHeader()->defaultSectionSize());
     arrow->setStyleSheet(QStringLiteral("border-radius: 5;\n"));
     look::makeIconButton(arrow, QIcon(icon), arrow->size(), name);
@@ -64,7 +64,7 @@ void BankTable::addPresetColumns()
 void BankTable::addNumbers(int column, int first, const QString &name)
 {
     for (int row = 0; row < bankNumbers.size(); ++row) {
-        auto *edit = new NameEdit(QString::number(first + row));
+        auto *edit = new NameEdit(table->viewport(), QString::number(first + row));
         edit->setAlignment(Qt::AlignLeft);
         edit->setAccessibleName(name);
         edit->setEnabled(false);
@@ -75,7 +75,7 @@ void BankTable::addNumbers(int column, int first, const QString &name)
 void BankTable::addBankNames(int column)
 {
     for (int row = 0; row < bankNumbers.size(); ++row) {
-        auto *edit = new NameEdit;
+        auto *edit = new NameEdit(table->viewport());
         edit->setAccessibleName(tr("Bank name"));
         connect(edit, &QLineEdit::editingFinished, this, [this, edit] { bankNameChanged(edit); });
         place(row, column, edit);
@@ -86,7 +86,7 @@ void BankTable::addBankNames(int column)
 void BankTable::addPresetNames(int column)
 {
     for (int row = 0; row < bankNumbers.size(); ++row) {
-        auto *edit = new NameEdit;
+        auto *edit = new NameEdit(table->viewport());
         edit->setAccessibleName(tr("Name of preset %1").arg(row));
         connect(edit, &QLineEdit::editingFinished, this, [this, edit, row] { presetNameChanged(edit, row); });
         place(row, column, edit);
