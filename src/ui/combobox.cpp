@@ -12,15 +12,20 @@
 
 void ComboBox::showStored(int index)
 {
-    const QSignalBlocker blocker(this);
     stored = index;
+    if (index == currentIndex()) return;
+    const QSignalBlocker blocker(this);
     setCurrentIndex(index);
 }
 
 void ComboBox::setItems(const QStringList &items)
 {
-    const QSignalBlocker blocker(this);
     const int index = currentIndex();
+    bool areShown = items.size() == count();
+    for (int row = 0; areShown && row < items.size(); ++row)
+        areShown = items[row] == itemText(row);
+    if (areShown) return;
+    const QSignalBlocker blocker(this);
     clear();
     addItems(items);
     setCurrentIndex(index);

@@ -11,10 +11,36 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSignalBlocker>
-#include <QStyledItemDelegate>
+#include <QStringMatcher>
 #include <QTableWidget>
 
+#include <map>
+
 namespace look {
+
+namespace {
+
+/// A text with the colour of each footswitch function, made once: cells ask for hundreds when a bank is shown.
+class FunctionTexts
+{
+public:
+    explicit FunctionTexts(const QString &pattern)
+    {
+        for (const auto &[function, color] : DataFromDevice::footswitchColors)
+            texts[function] = pattern.arg(color.name());
+    }
+    /// Empty for a number that is no function.
+    QString of(FootswitchType function) const
+    {
+        const auto text = texts.find(function);
+        return text == texts.end() ? QString() : text->second;
+    }
+
+private:
+    std::map<FootswitchType, QString> texts;
+};
+
+}  // namespace
 
 QFont pixelFont(const QFont &font)
 {
@@ -25,8 +51,8 @@ QFont pixelFont(const QFont &font)
 
 QString functionColor(FootswitchType function)
 {
-    const auto color = DataFromDevice::footswitchColors.find(function);
-    return color == DataFromDevice::footswitchColors.end() ? QString() : color->second.name();
+    static const FunctionTexts colors(QStringLiteral("%1"));
+    return colors.of(function);
 }
 
 QString windowStyle()
@@ -116,15 +142,16 @@ QString menuStyle()
 
 void setBackgroundLine(QWidget *widget, const QString &line)
 {
+    static const QStringMatcher backgroundColor(QStringLiteral("background-color:"));
     QString style = widget->styleSheet();
-    const int found = style.indexOf(QLatin1String("background-color:"));
+    const int found = backgroundColor.indexIn(style);
     if (found < 0) {
         style += '\n' + line;
     } else {
         const int start = style.lastIndexOf('\n', found) + 1;
         const int end = style.indexOf('\n', found);
         const int length = (end < 0 ? style.size() : end) - start;
-        if (style.midRef(start, length) == line) return;
+        if (QStringView(style).mid(start, length) == line) return;
         style.replace(start, length, line);
     }
     widget->setStyleSheet(style);
@@ -132,8 +159,9 @@ void setBackgroundLine(QWidget *widget, const QString &line)
 
 void wearFunctionColor(QWidget *widget, FootswitchType function)
 {
-    const QString color = functionColor(function);
-    if (!color.isEmpty()) setBackgroundLine(widget, QStringLiteral("background-color: %1;").arg(color));
+    static const FunctionTexts lines(QStringLiteral("background-color: %1;"));
+    const QString line = lines.of(function);
+    if (!line.isEmpty()) setBackgroundLine(widget, line);
 }
 
 void dressEdit(QLineEdit *edit)
@@ -160,6 +188,8 @@ QStringList numberTexts(int first, int last)
         texts << QString::number(number);
     return texts;
 }
+
+QIcon icon(const char *name) { return QIcon(QPixmap(QStringLiteral(":/images/%1.png").arg(QLatin1String(name)))); }
 
 void makeIconButton(QAbstractButton *button, const QIcon &icon, const QSize &iconSize, const QString &name)
 {

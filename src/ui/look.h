@@ -63,6 +63,8 @@ void dressEdit(QLineEdit *edit);
 ComboBox *makeComboBox(QWidget *parent, const QStringList &items, const QString &background = cellColor);
 /// "0" to the largest, as texts.
 QStringList numberTexts(int first, int last);
+/// The drawing of that name. It is read once, however many widgets wear it.
+QIcon icon(const char *name);
 /// A button with an icon alone: `name` is its tool tip and accessible name.
 void makeIconButton(QAbstractButton *button, const QIcon &icon, const QSize &iconSize, const QString &name);
 

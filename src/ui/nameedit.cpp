@@ -12,7 +12,9 @@ NameEdit::NameEdit(QWidget *parent, const QString &text) : QLineEdit(text, paren
 
 void NameEdit::showStored(const QString &text)
 {
-    const bool isBeingTyped = hasFocus() && isAltered();
+    const bool isTyped = isAltered();
+    if (!isTyped && stored == text) return;
+    const bool isBeingTyped = isTyped && hasFocus();
     stored = text;
     if (!isBeingTyped) takeBack();
 }

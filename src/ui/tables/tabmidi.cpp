@@ -69,8 +69,9 @@ void TabMidi::changeButtonColors()
         const auto record = shown.preset(preset);
         const QString color = record ? look::functionColor(record->footswitchFunction) : QString();
         if (color.isEmpty()) continue;
+        const QString line = QStringLiteral("background-color: ") + color;
         for (const auto &buttons : qAsConst(deviceButtons))
-            look::setBackgroundLine(buttons[preset], QStringLiteral("background-color: ") + color);
+            look::setBackgroundLine(buttons[preset], line);
     }
 }
 

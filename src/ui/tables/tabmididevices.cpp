@@ -103,7 +103,7 @@ void TabMidiDevices::addRow()
 
     QPushButton *const controllers = makeButton(controllersColumn, [this, row] { controllersWidgetClicked(row); });
     controllers->setText(QStringLiteral("EDIT"));
-    controllers->setIcon(QIcon(QStringLiteral(":/images/edit.png")));
+    controllers->setIcon(look::icon("edit"));
     controllers->setIconSize(pencilSize);
     controllers->setAccessibleName(tr("Edit the controllers of MIDI device %1").arg(row + 1));
 
