@@ -66,8 +66,14 @@ QString windowStyle()
                           "QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }\n"
                           "QMessageBox QPushButton { color: white; background-color: %2; border: 1px solid %2;"
                           " border-radius: 5; padding: 6px 26px; }\n"
+                          "QTableWidget { background-color: %5; color: white; border: none; }\n"
+                          "QTableWidget QHeaderView { background-color: %5; }\n"
+                          "QTableWidget QHeaderView::section { background-color: %5; color: white; border: none;"
+                          " padding-left: 9px; }\n"
+                          "QTableWidget QLineEdit, QTableWidget QComboBox, QTableWidget QPushButton { margin: 2px;"
+                          " border: 1px solid transparent; }\n"
                           "QLineEdit:focus, QComboBox:focus, QPushButton:focus { border: 1px solid %3; }\n")
-        .arg(windowColor, tabColor, focusColor, selectionColor);
+        .arg(windowColor, tabColor, focusColor, selectionColor, pageColor);
 }
 
 QPalette darkPalette()
@@ -201,16 +207,6 @@ void makeIconButton(QAbstractButton *button, const QIcon &icon, const QSize &ico
 
 void prepareTable(QTableWidget *table, const QVector<Column> &columns, int rowHeight)
 {
-    // In a window with a style sheet of its own, what a child looked up before keeps ruling it unless the table is
-    // polished by now.
-    table->ensurePolished();
-    table->setStyleSheet(
-        QStringLiteral("QTableWidget { background-color: %1; color: white; border: none; }\n"
-                       "QHeaderView { background-color: %1; }\n"
-                       "QHeaderView::section { background-color: %1; color: white; border: none; padding-left: 9px; }\n"
-                       "QLineEdit, QComboBox, QPushButton { margin: 2px; border: 1px solid transparent; }\n"
-                       "QLineEdit:focus, QComboBox:focus, QPushButton:focus { border: 1px solid %2; }\n")
-            .arg(pageColor, focusColor));
     QHeaderView *const header = table->horizontalHeader();
     header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     header->setSectionResizeMode(QHeaderView::Fixed);

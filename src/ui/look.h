@@ -35,7 +35,8 @@ QFont pixelFont(const QFont &font);
 /// The colour of a footswitch function as "#rrggbb"; empty for a number that is no function.
 QString functionColor(FootswitchType function);
 
-/// What the main window and every dialog set as their own style sheet: ground, tool tips, scroll bars, visible focus.
+/// What the main window and every dialog set as their own style sheet: ground, tool tips, scroll bars, tables, visible
+/// focus.
 QString windowStyle();
 /// Dark, for what the style sheets leave to the widget style: message boxes, the file dialog.
 QPalette darkPalette();
