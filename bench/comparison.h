@@ -1,57 +1,54 @@
 #pragma once
 
-#include "device/kora.h"
-#include "link/connection.h"
-#include "simulator/unitport.h"
-#include "timing.h"
-
-#include <QSerialPort>
-
-#include <benchmark/benchmark.h>
-#include <string>
+#include <algorithm>
+#include <chrono>
+#include <cstddef>
+#include <cstdio>
 #include <vector>
 
-inline constexpr unsigned int timeout = 2000;  // ms
-
-/// A unit with an editor's handle on it and a bare port.
-struct Bench
+/// How long `work` takes, in seconds.
+template <typename Work>
+double secondsOf(Work work)
 {
-    void exchangeBare(const Frame &request) { exchangeBare({request.toString()}); }
-    /// Exchanges the frames one after the other, the port open from the first to the last.
-    void exchangeBare(const std::vector<std::string> &requests)
-    {
-        port.open(QIODevice::ReadWrite);
-        for (const std::string &request : requests) {
-            port.write(request.c_str());
-            port.waitForBytesWritten(timeout);
-            for (QByteArray answer; !answer.endsWith('\x03'); answer += port.readAll())
-                if (port.bytesAvailable() == 0) port.waitForReadyRead(timeout);
-        }
-        port.close();
-    }
-
-    UnitPort unit{musicianContent(), std::chrono::milliseconds(0)};
-    QString location = QString::fromStdString(unit.location());
-    KORA kora{std::make_shared<Connection>(location, timeout)};
-    QSerialPort port{location};
-};
-
-inline void report(benchmark::State &state, const std::vector<double> &costs, const std::vector<double> &bases,
-                   double limit)
-{
-    state.counters["cost_us"] = 1e6 * median(costs);
-    state.counters["base_us"] = 1e6 * median(bases);
-    state.counters["ratio"] = median(costs) / median(bases);
-    state.counters["limit"] = limit;
+    const auto start = std::chrono::steady_clock::now();
+    work();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
-template <typename Work, typename Base>
-void compare(benchmark::State &state, double limit, Work work, Base base)
+inline double median(std::vector<double> values)
 {
-    std::vector<double> costs, bases;
-    for ([[maybe_unused]] auto turn : state) {
-        costs.push_back(secondsOf(work));
-        bases.push_back(secondsOf(base));
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
+/// What something costs, held against a base. The two are measured in turn, so that whatever else the machine does
+/// meets both, and their medians compared.
+class Comparison
+{
+public:
+    template <typename Work, typename Base>
+    void measure(Work work, Base base)
+    {
+        add(secondsOf(work), secondsOf(base));
     }
-    report(state, costs, bases, limit);
+    void add(double seconds, double baseSeconds)
+    {
+        costs.push_back(seconds);
+        bases.push_back(baseSeconds);
+    }
+
+    double cost() const { return median(costs); }
+    double base() const { return median(bases); }
+    double ratio() const { return cost() / base(); }
+
+private:
+    std::vector<double> costs, bases;
+};
+
+/// Prints a line "ratio NAME value limit"; whether the limit holds.
+inline bool isWithin(const char *name, double ratio, double limit)
+{
+    std::printf("ratio %s %.3f %.2f\n", name, ratio, limit);
+    return ratio <= limit;
 }

@@ -1,10 +1,10 @@
 // What the editor's own work adds to the transfer of a whole unit: against the bare exchange of the same frames with
 // another unit, on a port that stays open as well.
 
-#include "comparison.h"
 #include "device/transfer.h"
 #include "model/values.h"
 #include "simulator/commandframe.h"
+#include "unitbench.h"
 
 #include <cstdio>
 

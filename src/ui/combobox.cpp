@@ -2,24 +2,74 @@
 
 #include "ui/tablekeys.h"
 
+#include <QAbstractItemView>
+#include <QChildEvent>
 #include <QKeyEvent>
 #include <QSignalBlocker>
+#include <QStyleOptionComboBox>
+#include <QStyledItemDelegate>
 #include <QWheelEvent>
 
 void ComboBox::showStored(int index)
 {
-    const QSignalBlocker blocker(this);
     stored = index;
+    if (index == currentIndex()) return;
+    const QSignalBlocker blocker(this);
     setCurrentIndex(index);
 }
 
 void ComboBox::setItems(const QStringList &items)
 {
-    const QSignalBlocker blocker(this);
     const int index = currentIndex();
+    bool areShown = items.size() == count();
+    for (int row = 0; areShown && row < items.size(); ++row)
+        areShown = items[row] == itemText(row);
+    if (areShown) return;
+    const QSignalBlocker blocker(this);
     clear();
     addItems(items);
     setCurrentIndex(index);
+}
+
+QSize ComboBox::sizeHint() const
+{
+    QStyleOptionComboBox option;
+    initStyleOption(&option);
+    const QSize line(0, qMax(fontMetrics().height(), iconSize().height()) + 2);
+    return style()->sizeFromContents(QStyle::CT_ComboBox, &option, line, this);
+}
+
+void ComboBox::showPopup()
+{
+    prepareList();
+    QComboBox::showPopup();
+}
+
+void ComboBox::childEvent(QChildEvent *event)
+{
+    QComboBox::childEvent(event);
+    // Whoever asks for the view has it made; what is being made is not to be touched yet.
+    if (event->added() && !hasList) QMetaObject::invokeMethod(this, &ComboBox::prepareList, Qt::QueuedConnection);
+}
+
+void ComboBox::changeEvent(QEvent *event)
+{
+    // These QComboBox hands on to its list, which it makes for that and whose items it measures.
+    const bool concernsList = event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange;
+    if (concernsList && !hasList) return QWidget::changeEvent(event);
+    QComboBox::changeEvent(event);
+}
+
+void ComboBox::prepareList()
+{
+    if (hasList) return;
+    hasList = true;
+    setItemDelegate(new QStyledItemDelegate(this));  // the box's own ignores the style sheet's row height
+    view()->setTextElideMode(Qt::ElideRight);
+    for (const QEvent::Type missed : {QEvent::StyleChange, QEvent::FontChange}) {
+        QEvent event(missed);
+        changeEvent(&event);
+    }
 }
 
 void ComboBox::keyPressEvent(QKeyEvent *event)

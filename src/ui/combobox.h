@@ -10,6 +10,8 @@ class ComboBox : public QComboBox
     Q_OBJECT
 
 public:
+    using QComboBox::QComboBox;
+
     /// Makes the box show the item that stands for the unit's value (-1: none), without announcing it.
     void showStored(int index);
     /// Brings the item back that the box was last made to show.
@@ -17,10 +19,20 @@ public:
     /// Replaces the items without announcing it; the shown place stays.
     void setItems(const QStringList &items);
 
+    /// Room for a line of text: the width is its place's, and thousands of items take long to measure.
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return sizeHint(); }
+    void showPopup() override;
+
 protected:
+    void changeEvent(QEvent *event) override;
+    void childEvent(QChildEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
 
 private:
+    void prepareList();
+
     int stored = 0;
+    bool hasList = false;  ///< the list that opens is made and prepared
 };

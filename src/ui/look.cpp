@@ -11,10 +11,36 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSignalBlocker>
-#include <QStyledItemDelegate>
+#include <QStringMatcher>
 #include <QTableWidget>
 
+#include <map>
+
 namespace look {
+
+namespace {
+
+/// A text with the colour of each footswitch function, made once: cells ask for hundreds when a bank is shown.
+class FunctionTexts
+{
+public:
+    explicit FunctionTexts(const QString &pattern)
+    {
+        for (const auto &[function, color] : DataFromDevice::footswitchColors)
+            texts[function] = pattern.arg(color.name());
+    }
+    /// Empty for a number that is no function.
+    QString of(FootswitchType function) const
+    {
+        const auto text = texts.find(function);
+        return text == texts.end() ? QString() : text->second;
+    }
+
+private:
+    std::map<FootswitchType, QString> texts;
+};
+
+}  // namespace
 
 QFont pixelFont(const QFont &font)
 {
@@ -25,8 +51,8 @@ QFont pixelFont(const QFont &font)
 
 QString functionColor(FootswitchType function)
 {
-    const auto color = DataFromDevice::footswitchColors.find(function);
-    return color == DataFromDevice::footswitchColors.end() ? QString() : color->second.name();
+    static const FunctionTexts colors(QStringLiteral("%1"));
+    return colors.of(function);
 }
 
 QString windowStyle()
@@ -40,8 +66,14 @@ QString windowStyle()
                           "QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }\n"
                           "QMessageBox QPushButton { color: white; background-color: %2; border: 1px solid %2;"
                           " border-radius: 5; padding: 6px 26px; }\n"
+                          "QTableWidget { background-color: %5; color: white; border: none; }\n"
+                          "QTableWidget QHeaderView { background-color: %5; }\n"
+                          "QTableWidget QHeaderView::section { background-color: %5; color: white; border: none;"
+                          " padding-left: 9px; }\n"
+                          "QTableWidget QLineEdit, QTableWidget QComboBox, QTableWidget QPushButton { margin: 2px;"
+                          " border: 1px solid transparent; }\n"
                           "QLineEdit:focus, QComboBox:focus, QPushButton:focus { border: 1px solid %3; }\n")
-        .arg(windowColor, tabColor, focusColor, selectionColor);
+        .arg(windowColor, tabColor, focusColor, selectionColor, pageColor);
 }
 
 QPalette darkPalette()
@@ -116,15 +148,16 @@ QString menuStyle()
 
 void setBackgroundLine(QWidget *widget, const QString &line)
 {
+    static const QStringMatcher backgroundColor(QStringLiteral("background-color:"));
     QString style = widget->styleSheet();
-    const int found = style.indexOf(QLatin1String("background-color:"));
+    const int found = backgroundColor.indexIn(style);
     if (found < 0) {
         style += '\n' + line;
     } else {
         const int start = style.lastIndexOf('\n', found) + 1;
         const int end = style.indexOf('\n', found);
         const int length = (end < 0 ? style.size() : end) - start;
-        if (style.midRef(start, length) == line) return;
+        if (QStringView(style).mid(start, length) == line) return;
         style.replace(start, length, line);
     }
     widget->setStyleSheet(style);
@@ -132,8 +165,9 @@ void setBackgroundLine(QWidget *widget, const QString &line)
 
 void wearFunctionColor(QWidget *widget, FootswitchType function)
 {
-    const QString color = functionColor(function);
-    if (!color.isEmpty()) setBackgroundLine(widget, QStringLiteral("background-color: %1;").arg(color));
+    static const FunctionTexts lines(QStringLiteral("background-color: %1;"));
+    const QString line = lines.of(function);
+    if (!line.isEmpty()) setBackgroundLine(widget, line);
 }
 
 void dressEdit(QLineEdit *edit)
@@ -142,16 +176,12 @@ void dressEdit(QLineEdit *edit)
     edit->setStyleSheet(editStyle());
 }
 
-ComboBox *makeComboBox(const QStringList &items, const QString &background)
+ComboBox *makeComboBox(QWidget *parent, const QStringList &items, const QString &background)
 {
-    auto *box = new ComboBox;
+    auto *box = new ComboBox(parent);
     box->setFont(pixelFont(DataFromDevice::fontTableContent));
     box->setStyleSheet(comboBoxStyle(background));
-    box->setItemDelegate(new QStyledItemDelegate(box));  // the box's own ignores the style sheet's row height
-    box->view()->setTextElideMode(Qt::ElideRight);
     box->setMaxVisibleItems(12);
-    // Without this a box measures all of its items, thousands of them on the pedal page, to find its width.
-    box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     box->addItems(items);
     return box;
 }
@@ -165,6 +195,8 @@ QStringList numberTexts(int first, int last)
     return texts;
 }
 
+QIcon icon(const char *name) { return QIcon(QPixmap(QStringLiteral(":/images/%1.png").arg(QLatin1String(name)))); }
+
 void makeIconButton(QAbstractButton *button, const QIcon &icon, const QSize &iconSize, const QString &name)
 {
     button->setIcon(icon);
@@ -175,16 +207,6 @@ void makeIconButton(QAbstractButton *button, const QIcon &icon, const QSize &ico
 
 void prepareTable(QTableWidget *table, const QVector<Column> &columns, int rowHeight)
 {
-    // In a window with a style sheet of its own, what a child looked up before keeps ruling it unless the table is
-    // polished by now.
-    table->ensurePolished();
-    table->setStyleSheet(
-        QStringLiteral("QTableWidget { background-color: %1; color: white; border: none; }\n"
-                       "QHeaderView { background-color: %1; }\n"
-                       "QHeaderView::section { background-color: %1; color: white; border: none; padding-left: 9px; }\n"
-                       "QLineEdit, QComboBox, QPushButton { margin: 2px; border: 1px solid transparent; }\n"
-                       "QLineEdit:focus, QComboBox:focus, QPushButton:focus { border: 1px solid %2; }\n")
-            .arg(pageColor, focusColor));
     QHeaderView *const header = table->horizontalHeader();
     header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     header->setSectionResizeMode(QHeaderView::Fixed);

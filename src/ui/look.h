@@ -35,7 +35,8 @@ QFont pixelFont(const QFont &font);
 /// The colour of a footswitch function as "#rrggbb"; empty for a number that is no function.
 QString functionColor(FootswitchType function);
 
-/// What the main window and every dialog set as their own style sheet: ground, tool tips, scroll bars, visible focus.
+/// What the main window and every dialog set as their own style sheet: ground, tool tips, scroll bars, tables, visible
+/// focus.
 QString windowStyle();
 /// Dark, for what the style sheets leave to the widget style: message boxes, the file dialog.
 QPalette darkPalette();
@@ -60,9 +61,11 @@ void wearFunctionColor(QWidget *widget, FootswitchType function);
 void dressEdit(QLineEdit *edit);
 /// A box with these items that shows the first. The open list has rows of comfortable height and cuts long texts at
 /// their end.
-ComboBox *makeComboBox(const QStringList &items, const QString &background = cellColor);
+ComboBox *makeComboBox(QWidget *parent, const QStringList &items, const QString &background = cellColor);
 /// "0" to the largest, as texts.
 QStringList numberTexts(int first, int last);
+/// The drawing of that name. It is read once, however many widgets wear it.
+QIcon icon(const char *name);
 /// A button with an icon alone: `name` is its tool tip and accessible name.
 void makeIconButton(QAbstractButton *button, const QIcon &icon, const QSize &iconSize, const QString &name);
 

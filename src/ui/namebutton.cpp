@@ -22,7 +22,7 @@ QString plainToolTip(const QString &text)
     return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal) : text;
 }
 
-NameButton::NameButton(const QString &color)
+NameButton::NameButton(QWidget *parent, const QString &color) : QPushButton(parent)
 {
     setFont(look::pixelFont(DataFromDevice::fontTableContent));
     setStyleSheet(QStringLiteral("border-radius: 5;\ncolor: white;\n text-align: left;\n padding-left: 10px;\n"

@@ -10,7 +10,7 @@ QString plainToolTip(const QString &text);
 class NameButton : public QPushButton
 {
 public:
-    explicit NameButton(const QString &color);
+    explicit NameButton(QWidget *parent, const QString &color);
 
     /// Use this rather than setText(), which would take an ampersand for the mark of a shortcut.
     void setName(const QString &name);

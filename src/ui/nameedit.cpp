@@ -5,11 +5,16 @@
 #include <QKeyEvent>
 #include <QSignalBlocker>
 
-NameEdit::NameEdit(const QString &text) : QLineEdit(text), stored(text) { look::dressEdit(this); }
+NameEdit::NameEdit(QWidget *parent, const QString &text) : QLineEdit(text, parent), stored(text)
+{
+    look::dressEdit(this);
+}
 
 void NameEdit::showStored(const QString &text)
 {
-    const bool isBeingTyped = hasFocus() && isAltered();
+    const bool isTyped = isAltered();
+    if (!isTyped && stored == text) return;
+    const bool isBeingTyped = isTyped && hasFocus();
     stored = text;
     if (!isBeingTyped) takeBack();
 }

@@ -9,7 +9,7 @@ class NameEdit : public QLineEdit
     Q_OBJECT
 
 public:
-    explicit NameEdit(const QString &text = QString());
+    explicit NameEdit(QWidget *parent, const QString &text = QString());
 
     /// Makes the edit show the unit's text from its beginning, without announcing it.
     void showStored(const QString &text);

@@ -32,7 +32,7 @@ AboutWindow::AboutWindow(QWidget *parent) : FramelessDialog(QStringLiteral("Abou
     logo->setObjectName(QStringLiteral("pushButton_logo"));
     logo->setStyleSheet(look::plainButtonStyle(QStringLiteral("transparent")));
     logo->setGeometry(QRect(QPoint(24, 32), logoSize));
-    look::makeIconButton(logo, QIcon(QStringLiteral(":/images/logo.png")), logoSize, tr("Open the KORA home page"));
+    look::makeIconButton(logo, look::icon("logo"), logoSize, tr("Open the KORA home page"));
     logo->setAutoDefault(false);
     connect(logo, &QPushButton::clicked, this, &AboutWindow::on_pushButton_logo_clicked);
 

@@ -34,7 +34,7 @@ void ControllerListWindow::addController(const Controller &controller)
     const QString number = QString::number(row + 1);
     table->insertRow(row);
 
-    auto *label = new QPushButton(number);
+    auto *label = new QPushButton(number, table->viewport());
     label->setFont(look::pixelFont(DataFromDevice::fontTableContent));
     label->setStyleSheet(QStringLiteral("background-color: %1;\ncolor: white;\nborder-radius: 5;\ntext-align: center;")
                              .arg(look::cellColor));
@@ -42,13 +42,13 @@ void ControllerListWindow::addController(const Controller &controller)
     label->setAutoDefault(false);
     table->setCellWidget(row, 0, label);
 
-    auto *name = new NameEdit(QString::fromStdString(controller.name));
+    auto *name = new NameEdit(table->viewport(), QString::fromStdString(controller.name));
     name->setAccessibleName(tr("Name of controller %1").arg(number));
     name->setCursorPosition(0);
     table->setCellWidget(row, 1, name);
     nameEdits << name;
 
-    ComboBox *const box = look::makeComboBox(controllerNumberTexts());
+    ComboBox *const box = look::makeComboBox(table->viewport(), controllerNumberTexts());
     box->setAccessibleName(tr("Number of controller %1").arg(number));
     box->setCurrentIndex(controlValueIndex(controller.number));
     table->setCellWidget(row, 2, box);

@@ -64,7 +64,7 @@ void FramelessDialog::makeCloseButton()
     cross->setObjectName(QStringLiteral("pushButton_closeWindow"));
     cross->setStyleSheet(look::plainButtonStyle(look::rejectColor));
     cross->setGeometry(width() - crossButton - 8, 8, crossButton, crossButton);
-    look::makeIconButton(cross, QIcon(QStringLiteral(":/images/close.png")), crossSize, tr("Close"));
+    look::makeIconButton(cross, look::icon("close"), crossSize, tr("Close"));
     cross->setDefault(true);
     connect(cross, &QPushButton::clicked, this, &FramelessDialog::on_pushButton_closeWindow_clicked);
 }

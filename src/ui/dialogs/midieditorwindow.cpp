@@ -14,9 +14,9 @@ namespace {
 constexpr int noItem = -1;
 constexpr int lineSpacing = 6;  // pixels
 
-ComboBox *makeBox(const QStringList &items, const QString &color)
+ComboBox *makeBox(QWidget *parent, const QStringList &items, const QString &color)
 {
-    ComboBox *const box = look::makeComboBox(items);
+    ComboBox *const box = look::makeComboBox(parent, items);
     look::setBackgroundLine(box, QStringLiteral("  background-color:%1;").arg(color));
     return box;
 }
@@ -80,8 +80,7 @@ QVBoxLayout *MidiEditorWindow::makeChoices(const QStringList &controllerNames, c
     const auto addBox = [&](const QString &boxName, const QString &labelName, const QFont &font, const QString &text,
                             const QStringList &items) {
         QLabel *const label = makeLabel(labelName, text, font);
-        ComboBox *const box = makeBox(items, color);
-        box->setParent(this);
+        ComboBox *const box = makeBox(this, items, color);
         box->setObjectName(boxName);
         box->setAccessibleName(text);
         box->setFixedSize(230, 28);
@@ -113,13 +112,13 @@ QVBoxLayout *MidiEditorWindow::makeControllers(const QStringList &controllerName
     table->setRowCount(controllerNames.size());
     QWidget *previous = toeDownValues;
     for (int row = 0; row < controllerNames.size(); ++row) {
-        auto *name = new NameButton(color);
+        auto *name = new NameButton(table->viewport(), color);
         name->setName(controllerNames[row]);
         name->setFocusPolicy(Qt::NoFocus);
         name->setAutoDefault(false);
         table->setCellWidget(row, 0, name);
 
-        ComboBox *const value = makeBox(controlValueTexts(), color);
+        ComboBox *const value = makeBox(table->viewport(), controlValueTexts(), color);
         value->setAccessibleName(tr("Value of %1").arg(controllerNames[row]));
         table->setCellWidget(row, 1, value);
         values << value;

@@ -46,7 +46,7 @@ MainWindow::MainWindow(PortLister listPorts, QWidget *parent, DeviceController::
       controller(std::make_unique<DeviceController>(std::move(listPorts))), requests(*controller, this),
       aboutWindow(nullptr), guideWindow(nullptr), installDriversWindow(nullptr), ui(this), drag(dragHeight)
 {
-    setWindowIcon(QIcon(QStringLiteral(":/images/ico.png")));
+    setWindowIcon(look::icon("ico"));
     connectButtons();
     makeMenu();
     makeTabs();

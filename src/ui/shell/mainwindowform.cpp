@@ -84,8 +84,7 @@ MainWindowForm::MainWindowForm(QMainWindow *window) : body(new QWidget(window))
 void MainWindowForm::makeTopBand()
 {
     pushButton_logo = makePlainButton(body, "pushButton_logo", {16, 10, 210, 68}, QStringLiteral("transparent"));
-    look::makeIconButton(pushButton_logo, QIcon(QStringLiteral(":/images/logo.png")), {200, 64},
-                         QObject::tr("About this program"));
+    look::makeIconButton(pushButton_logo, look::icon("logo"), {200, 64}, QObject::tr("About this program"));
 
     pushButton_connection =
         makePlainButton(body, "pushButton_connection", {846, 24, 44, 44}, QStringLiteral("transparent"));
@@ -98,15 +97,13 @@ void MainWindowForm::makeTopBand()
     pushButton_menu->setText(QStringLiteral("MENU"));
     pushButton_menu->setFont(look::pixelFont(DataFromDevice::fontTabs));
     pushButton_menu->setLayoutDirection(Qt::RightToLeft);
-    pushButton_menu->setIcon(QIcon(QStringLiteral(":/images/menu.png")));
+    pushButton_menu->setIcon(look::icon("menu"));
     pushButton_menu->setIconSize({18, 18});
 
     pushButton_minimizeWindow = makePlainButton(body, "pushButton_minimizeWindow", {1236, 30, 32, 32}, look::pageColor);
-    look::makeIconButton(pushButton_minimizeWindow, QIcon(QStringLiteral(":/images/minimize.png")), {16, 16},
-                         QObject::tr("Minimise"));
+    look::makeIconButton(pushButton_minimizeWindow, look::icon("minimize"), {16, 16}, QObject::tr("Minimise"));
     pushButton_closeWindow = makePlainButton(body, "pushButton_closeWindow", {1274, 30, 32, 32}, look::rejectColor);
-    look::makeIconButton(pushButton_closeWindow, QIcon(QStringLiteral(":/images/close.png")), {16, 16},
-                         QObject::tr("Close"));
+    look::makeIconButton(pushButton_closeWindow, look::icon("close"), {16, 16}, QObject::tr("Close"));
 }
 
 void MainWindowForm::makePages()

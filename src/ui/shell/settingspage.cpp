@@ -32,11 +32,11 @@ ComboBox *SettingsPage::add(const QString &text, const QString &objectName, cons
     const int column = count / rows * gridColumns;
     ++count;
 
-    auto *label = new QLabel(text);
+    auto *label = new QLabel(text, grid->parentWidget());
     label->setFont(look::pixelFont(DataFromDevice::fontSettingsLabel));
     label->setFixedSize(labelWidth, boxHeight);
     label->setToolTip(help);
-    ComboBox *const box = look::makeComboBox(items);
+    ComboBox *const box = look::makeComboBox(grid->parentWidget(), items);
     box->setObjectName(objectName);
     box->setAccessibleName(text);
     box->setAccessibleDescription(help);

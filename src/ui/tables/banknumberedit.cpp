@@ -26,7 +26,7 @@ public:
 
 }  // namespace
 
-BankNumberEdit::BankNumberEdit()
+BankNumberEdit::BankNumberEdit(QWidget *parent) : QLineEdit(parent)
 {
     look::dressEdit(this);
     setValidator(new BankNumberValidator(this));

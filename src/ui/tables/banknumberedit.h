@@ -9,7 +9,7 @@ class BankNumberEdit : public QLineEdit
     Q_OBJECT
 
 public:
-    BankNumberEdit();
+    explicit BankNumberEdit(QWidget *parent);
 
     void showBank(int bank);
 

@@ -22,24 +22,22 @@ BankTable::BankTable(QTableWidget *tableWidget, const QVector<look::Column> &col
     connect(table->findChild<TableKeys *>(), &TableKeys::paged, this,
             [this](int step) { changeBank(currentBank() + step); });
     table->setRowCount(emptyRows + 1 + editorRows + 1);
-    table->setCellWidget(firstRow - 1, bankColumn,
-                         addArrow(QStringLiteral(":/images/arrow-up.png"), tr("Next bank"), 1));
+    table->setCellWidget(firstRow - 1, bankColumn, addArrow("arrow-up", tr("Next bank"), 1));
     for (int row = 0; row < editorRows; ++row) {
-        auto *edit = new BankNumberEdit;
+        auto *edit = new BankNumberEdit(table->viewport());
         connect(edit, &BankNumberEdit::entered, this, &BankTable::changeBank);
         place(row, bankColumn, edit);
         bankNumbers << edit;
     }
-    table->setCellWidget(firstRow + editorRows, bankColumn,
-                         addArrow(QStringLiteral(":/images/arrow-down.png"), tr("Previous bank"), -1));
+    table->setCellWidget(firstRow + editorRows, bankColumn, addArrow("arrow-down", tr("Previous bank"), -1));
 }
 
-QPushButton *BankTable::addArrow(const QString &icon, const QString &name, int step)
+QPushButton *BankTable::addArrow(const char *icon, const QString &name, int step)
 {
-    auto *arrow = new QPushButton;
+    auto *arrow = new QPushButton(table->viewport());
     arrow->resize(table->columnWidth(bankColumn), table->verticalHeader()->defaultSectionSize());
     arrow->setStyleSheet(QStringLiteral("border-radius: 5;\n"));
-    look::makeIconButton(arrow, QIcon(icon), arrow->size(), name);
+    look::makeIconButton(arrow, look::icon(icon), arrow->size(), name);
     connect(arrow, &QPushButton::clicked, this, [this, step] { changeBank(currentBank() + step); });
     return arrow;
 }
@@ -64,7 +62,7 @@ void BankTable::addPresetColumns()
 void BankTable::addNumbers(int column, int first, const QString &name)
 {
     for (int row = 0; row < bankNumbers.size(); ++row) {
-        auto *edit = new NameEdit(QString::number(first + row));
+        auto *edit = new NameEdit(table->viewport(), QString::number(first + row));
         edit->setAlignment(Qt::AlignLeft);
         edit->setAccessibleName(name);
         edit->setEnabled(false);
@@ -75,7 +73,7 @@ void BankTable::addNumbers(int column, int first, const QString &name)
 void BankTable::addBankNames(int column)
 {
     for (int row = 0; row < bankNumbers.size(); ++row) {
-        auto *edit = new NameEdit;
+        auto *edit = new NameEdit(table->viewport());
         edit->setAccessibleName(tr("Bank name"));
         connect(edit, &QLineEdit::editingFinished, this, [this, edit] { bankNameChanged(edit); });
         place(row, column, edit);
@@ -86,7 +84,7 @@ void BankTable::addBankNames(int column)
 void BankTable::addPresetNames(int column)
 {
     for (int row = 0; row < bankNumbers.size(); ++row) {
-        auto *edit = new NameEdit;
+        auto *edit = new NameEdit(table->viewport());
         edit->setAccessibleName(tr("Name of preset %1").arg(row));
         connect(edit, &QLineEdit::editingFinished, this, [this, edit, row] { presetNameChanged(edit, row); });
         place(row, column, edit);
@@ -175,8 +173,9 @@ void BankTable::changeBankName()
 {
     const auto record = shown.record();
     if (!record) return;
+    const QString name = QString::fromStdString(record->name);
     for (NameEdit *const edit : qAsConst(bankNames))
-        edit->showStored(QString::fromStdString(record->name));
+        edit->showStored(name);
 }
 
 void BankTable::bankNameChanged(NameEdit *edit)

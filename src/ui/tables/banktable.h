@@ -81,7 +81,7 @@ private:
     void changeBankName();
     void bankNameChanged(NameEdit *edit);
     void presetNameChanged(NameEdit *edit, int preset);
-    QPushButton *addArrow(const QString &icon, const QString &name, int step);
+    QPushButton *addArrow(const char *icon, const QString &name, int step);
 
     int firstRow;
     bool isUnreadable = false;  ///< the shown bank could not be read

@@ -2,6 +2,8 @@
 
 #include "ui/combobox.h"
 
+#include <QTableWidget>
+
 namespace {
 
 constexpr int firstStateColumn = 4;
@@ -25,7 +27,8 @@ StateTable::StateTable(QTableWidget *tableWidget, const Layout &layout)
     for (int preset = 0; preset < presetCount; ++preset)
         for (int column = 0; column < layout.stateHeaders.size(); ++column) {
             // Loops and switches have the same states.
-            ComboBox *const box = look::makeComboBox(labels<LoopType>(), look::functionColor(FootswitchType::Preset));
+            ComboBox *const box =
+                look::makeComboBox(table->viewport(), labels<LoopType>(), look::functionColor(FootswitchType::Preset));
             box->showStored(offIndex);
             const QString &header = layout.stateHeaders[column];
             box->setAccessibleName(tr("%1 of preset %2").arg(header.left(1) + header.mid(1).toLower()).arg(preset));

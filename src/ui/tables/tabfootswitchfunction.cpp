@@ -4,6 +4,7 @@
 
 #include <QBrush>
 #include <QColor>
+#include <QTableWidget>
 
 TabFootswitchFunction::TabFootswitchFunction(QTableWidget *tableWidget)
     : BankTable(tableWidget,
@@ -12,7 +13,8 @@ TabFootswitchFunction::TabFootswitchFunction(QTableWidget *tableWidget)
 {
     addNumbers(1, 0);
     for (int preset = 0; preset < presetCount; ++preset) {
-        ComboBox *const box = look::makeComboBox(labels<FootswitchType>(), look::functionColor(FootswitchType::Preset));
+        ComboBox *const box = look::makeComboBox(table->viewport(), labels<FootswitchType>(),
+                                                 look::functionColor(FootswitchType::Preset));
         for (int index = 0; index < box->count(); ++index)
             box->setItemData(index, QBrush(QColor(look::functionColor(fromIndex<FootswitchType>(index)))),
                              Qt::BackgroundRole);

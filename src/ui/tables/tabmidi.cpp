@@ -31,7 +31,7 @@ TabMidi::TabMidi(QTableWidget *tableWidget)
     addPresetColumns();
     for (int device = 0; device < midiDeviceCount; ++device)
         for (int preset = 0; preset < presetCount; ++preset) {
-            auto *button = new NameButton(look::functionColor(FootswitchType::Preset));
+            auto *button = new NameButton(table->viewport(), look::functionColor(FootswitchType::Preset));
             button->setAccessibleName(tr("MIDI %1 of preset %2").arg(device + 1).arg(preset));
             connect(button, &NameButton::clicked, this,
                     [this, preset, device] { deviceButtonClicked(preset, device); });

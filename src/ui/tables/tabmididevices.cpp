@@ -82,7 +82,7 @@ void TabMidiDevices::addRow()
         table->setCellWidget(row, column, editor);
     };
     const auto makeButton = [&](int column, auto clicked) {
-        auto *button = new QPushButton;
+        auto *button = new QPushButton(table->viewport());
         button->setFont(look::pixelFont(DataFromDevice::fontTableContent));
         button->setStyleSheet(look::plainButtonStyle(look::selectionColor));
         connect(button, &QPushButton::clicked, this, clicked);
@@ -90,7 +90,7 @@ void TabMidiDevices::addRow()
         return button;
     };
 
-    auto *name = new NameEdit;
+    auto *name = new NameEdit(table->viewport());
     connect(name, &QLineEdit::editingFinished, this, [this, row] { deviceNameChanged(row); });
     put(nameColumn, name, tr("Name"));
     names << name;
@@ -103,13 +103,13 @@ void TabMidiDevices::addRow()
 
     QPushButton *const controllers = makeButton(controllersColumn, [this, row] { controllersWidgetClicked(row); });
     controllers->setText(QStringLiteral("EDIT"));
-    controllers->setIcon(QIcon(QStringLiteral(":/images/edit.png")));
+    controllers->setIcon(look::icon("edit"));
     controllers->setIconSize(pencilSize);
     controllers->setAccessibleName(tr("Edit the controllers of MIDI device %1").arg(row + 1));
 
     for (int choice = 0; choice < ChoiceCount; ++choice) {
         const ChoiceColumn &column = ChoiceColumn::all()[static_cast<std::size_t>(choice)];
-        ComboBox *const box = look::makeComboBox(column.items);
+        ComboBox *const box = look::makeComboBox(table->viewport(), column.items);
         box->showStored(column.initialIndex);
         connect(box, qOverload<int>(&QComboBox::currentIndexChanged), this,
                 [this, choice, row](int index) { choiceChanged(static_cast<Choice>(choice), row, index); });

@@ -2,6 +2,8 @@
 
 #include "ui/combobox.h"
 
+#include <QTableWidget>
+
 namespace {
 
 constexpr int padCount = 2;
@@ -17,11 +19,11 @@ TabWahPads::TabWahPads(QTableWidget *tableWidget)
     addNumbers(2, 1, tr("Wah pad number"));
     for (int number = 1; number <= padCount; ++number) {
         Pad &pad = pads[static_cast<std::size_t>(number - 1)];
-        pad.action = look::makeComboBox(labels<WahPadAction>());
+        pad.action = look::makeComboBox(table->viewport(), labels<WahPadAction>());
         pad.action->setAccessibleName(tr("Action of wah pad %1").arg(number));
         connect(pad.action, changed, this, [this, &pad](int index) { presetWahPadChanged(pad, index); });
         place(number - 1, 3, pad.action);
-        pad.target = look::makeComboBox({});
+        pad.target = look::makeComboBox(table->viewport(), {});
         pad.target->setAccessibleName(tr("Preset of wah pad %1").arg(number));
         connect(pad.target, changed, this, [this, &pad](int index) { presetNumberWahPadChanged(pad, index); });
         place(number - 1, 4, pad.target);
