@@ -6,9 +6,17 @@
 #include <QChildEvent>
 #include <QKeyEvent>
 #include <QSignalBlocker>
+#include <QStandardItemModel>
 #include <QStyleOptionComboBox>
+#include <QStylePainter>
 #include <QStyledItemDelegate>
 #include <QWheelEvent>
+
+namespace {
+
+constexpr double idleOpacity = 0.45;
+
+}  // namespace
 
 void ComboBox::showStored(int index)
 {
@@ -16,6 +24,14 @@ void ComboBox::showStored(int index)
     if (index == currentIndex()) return;
     const QSignalBlocker blocker(this);
     setCurrentIndex(index);
+}
+
+void ComboBox::setIdle(const QString &reason)
+{
+    setToolTip(reason);
+    if (isIdle == !reason.isEmpty()) return;
+    isIdle = !reason.isEmpty();
+    update();
 }
 
 void ComboBox::setItems(const QStringList &items)
@@ -42,7 +58,38 @@ QSize ComboBox::sizeHint() const
 void ComboBox::showPopup()
 {
     prepareList();
+    if (refusal) greyRefusedItems();
     QComboBox::showPopup();
+    // One item more than the current one, so that the list does not seem to end there.
+    const int last = qMin(currentIndex() + 1, count() - 1);
+    for (const int shown : {last, qMax(currentIndex() - 1, 0), currentIndex()})
+        view()->scrollTo(model()->index(shown, modelColumn()));
+}
+
+void ComboBox::greyRefusedItems()
+{
+    auto *const items = qobject_cast<QStandardItemModel *>(model());
+    for (int row = 0; items && row < items->rowCount(); ++row) {
+        const QString reason = refusal(row);
+        items->item(row)->setEnabled(reason.isEmpty());
+        items->item(row)->setToolTip(reason);
+    }
+}
+
+void ComboBox::paintEvent(QPaintEvent *)
+{
+    QStylePainter painter(this);
+    QStyleOptionComboBox option;
+    initStyleOption(&option);
+    if (isIdle) painter.setOpacity(idleOpacity);
+    painter.setPen(palette().color(QPalette::Text));
+    if (currentIndex() >= 0 && currentIndex() == boldItem) {
+        QFont bold = font();
+        bold.setBold(true);
+        painter.setFont(bold);
+    }
+    painter.drawComplexControl(QStyle::CC_ComboBox, option);
+    painter.drawControl(QStyle::CE_ComboBoxLabel, option);
 }
 
 void ComboBox::childEvent(QChildEvent *event)

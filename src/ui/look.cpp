@@ -9,6 +9,7 @@
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPainter>
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QStringMatcher>
@@ -40,6 +41,8 @@ private:
     std::map<FootswitchType, QString> texts;
 };
 
+QString buttonFocus() { return focusRule(QStringLiteral("QPushButton:focus")); }
+
 }  // namespace
 
 QFont pixelFont(const QFont &font)
@@ -55,25 +58,30 @@ QString functionColor(FootswitchType function)
     return colors.of(function);
 }
 
+QString focusRule(const QString &selectors)
+{
+    return QStringLiteral("%1 { border: 1px solid %2; }\n").arg(selectors, focusColor);
+}
+
 QString windowStyle()
 {
     return QStringLiteral("QMainWindow, QDialog { background-color: %1; }\n"
                           "QLabel { color: white; background: transparent; }\n"
                           "QToolTip { color: white; background-color: %2; border: 1px solid white; padding: 3px; }\n"
                           "QScrollBar:vertical { background: %2; width: 12px; margin: 0px; }\n"
-                          "QScrollBar::handle:vertical { background: %4; min-height: 30px; border-radius: 5; }\n"
+                          "QScrollBar::handle:vertical { background: %3; min-height: 30px; border-radius: 5; }\n"
                           "QScrollBar::add-line, QScrollBar::sub-line { height: 0px; }\n"
                           "QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }\n"
                           "QMessageBox QPushButton { color: white; background-color: %2; border: 1px solid %2;"
                           " border-radius: 5; padding: 6px 26px; }\n"
-                          "QTableWidget { background-color: %5; color: white; border: none; }\n"
-                          "QTableWidget QHeaderView { background-color: %5; }\n"
-                          "QTableWidget QHeaderView::section { background-color: %5; color: white; border: none;"
+                          "QTableWidget { background-color: %4; color: white; border: none; }\n"
+                          "QTableWidget QHeaderView { background-color: %4; }\n"
+                          "QTableWidget QHeaderView::section { background-color: %4; color: white; border: none;"
                           " padding-left: 9px; }\n"
                           "QTableWidget QLineEdit, QTableWidget QComboBox, QTableWidget QPushButton { margin: 2px;"
-                          " border: 1px solid transparent; }\n"
-                          "QLineEdit:focus, QComboBox:focus, QPushButton:focus { border: 1px solid %3; }\n")
-        .arg(windowColor, tabColor, focusColor, selectionColor, pageColor);
+                          " border: 1px solid transparent; }\n")
+               .arg(windowColor, tabColor, selectionColor, pageColor) +
+           focusRule(QStringLiteral("QLineEdit:focus, QComboBox:focus, QPushButton:focus"));
 }
 
 QPalette darkPalette()
@@ -101,31 +109,32 @@ QString comboBoxStyle(const QString &background)
                           "padding-left: 7px;\n"
                           "combobox-popup: 0;\n"
                           "}\n"
-                          "QComboBox:focus { border: 1px solid %2; }\n"
                           "QComboBox:disabled { color: #a0a0a0; }\n"
                           "QComboBox::drop-down { border: none; width: 18px; }\n"
                           "QComboBox::down-arrow { image: url(:/images/combo-arrow.png); width: 9px; height: 9px; }\n"
-                          "QComboBox QAbstractItemView { color: white; background: #000000; border: 1px solid %3;\n"
-                          "selection-background-color: %3; outline: none; }\n"
-                          "QComboBox QAbstractItemView::item { min-height: 26px; padding-left: 4px; }\n")
-        .arg(background, focusColor, selectionColor);
+                          "QComboBox QAbstractItemView { color: white; background: #000000; border: 1px solid %2;\n"
+                          "selection-background-color: %2; outline: none; }\n"
+                          "QComboBox QAbstractItemView::item { min-height: 26px; padding-left: 4px; }\n"
+                          "QComboBox QAbstractItemView::item:disabled { color: gray; }\n")
+               .arg(background, selectionColor) +
+           focusRule(QStringLiteral("QComboBox:focus"));
 }
 
 QString tabButtonStyle(bool selected)
 {
     return QStringLiteral("QPushButton { color: white; border-radius: 8; border: none; background-color: %1;"
-                          " padding: 3px; padding-left: 5px; padding-right: 5px; }\n"
-                          "QPushButton:focus { border: 1px solid %2; }")
-        .arg(selected ? pageColor : tabColor, focusColor);
+                          " padding: 3px; padding-left: 5px; padding-right: 5px; }\n")
+               .arg(selected ? pageColor : tabColor) +
+           buttonFocus();
 }
 
 QString plainButtonStyle(const QString &hoverColor)
 {
     return QStringLiteral("QPushButton { color: white; background-color: transparent; border: none;"
                           " border-radius: 5; }\n"
-                          "QPushButton:hover { background-color: %1; }\n"
-                          "QPushButton:focus { border: 1px solid %2; }")
-        .arg(hoverColor, focusColor);
+                          "QPushButton:hover { background-color: %1; }\n")
+               .arg(hoverColor) +
+           buttonFocus();
 }
 
 QString answerButtonStyle(const QString &hoverColor)
@@ -133,9 +142,9 @@ QString answerButtonStyle(const QString &hoverColor)
     return QStringLiteral("QPushButton { color: white; background-color: %1; border-radius: 5;"
                           " text-align: center; }\n"
                           "QPushButton:hover { background-color: %2; }\n"
-                          "QPushButton:disabled { color: gray; }\n"
-                          "QPushButton:focus { border: 1px solid %3; }")
-        .arg(cellColor, hoverColor, focusColor);
+                          "QPushButton:disabled { color: gray; }\n")
+               .arg(cellColor, hoverColor) +
+           buttonFocus();
 }
 
 QString menuStyle()
@@ -196,6 +205,20 @@ QStringList numberTexts(int first, int last)
 }
 
 QIcon icon(const char *name) { return QIcon(QPixmap(QStringLiteral(":/images/%1.png").arg(QLatin1String(name)))); }
+
+QIcon fadingIcon(const char *name)
+{
+    QIcon whole = icon(name);
+    const QPixmap drawing = whole.pixmap(whole.availableSizes().constFirst());
+    QPixmap faint(drawing.size());
+    faint.fill(Qt::transparent);
+    QPainter painter(&faint);
+    painter.setOpacity(0.25);
+    painter.drawPixmap(0, 0, drawing);
+    painter.end();
+    whole.addPixmap(faint, QIcon::Disabled);
+    return whole;
+}
 
 void makeIconButton(QAbstractButton *button, const QIcon &icon, const QSize &iconSize, const QString &name)
 {

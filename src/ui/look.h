@@ -35,6 +35,9 @@ QFont pixelFont(const QFont &font);
 /// The colour of a footswitch function as "#rrggbb"; empty for a number that is no function.
 QString functionColor(FootswitchType function);
 
+/// A frame around what has the focus: "QPushButton:focus { ... }". A widget with a style sheet of its own needs the
+/// rule there, since that sheet goes before the window's.
+QString focusRule(const QString &selectors);
 /// What the main window and every dialog set as their own style sheet: ground, tool tips, scroll bars, tables, visible
 /// focus.
 QString windowStyle();
@@ -66,6 +69,8 @@ ComboBox *makeComboBox(QWidget *parent, const QStringList &items, const QString 
 QStringList numberTexts(int first, int last);
 /// The drawing of that name. It is read once, however many widgets wear it.
 QIcon icon(const char *name);
+/// The same, but faint on a button that is disabled.
+QIcon fadingIcon(const char *name);
 /// A button with an icon alone: `name` is its tool tip and accessible name.
 void makeIconButton(QAbstractButton *button, const QIcon &icon, const QSize &iconSize, const QString &name);
 

@@ -153,6 +153,8 @@ TEST_F(Survival, ANewListOfControllersBuildsOnTheOneBeforeIt)
             EXPECT_EQ(edit->text(), shown);
             type(*edit, text);
             EXPECT_TRUE(dialog.isVisible()) << "Enter in the list is not yet OK";
+            auto *const number = qobject_cast<QComboBox *>(table->cellWidget(row, 2));
+            EXPECT_EQ(number->toolTip(), "This name has no number: nothing can be sent");
         };
     };
     const auto stored = [this](std::size_t slot) { return unit.memory().midiDevices[3].controllers[slot].name; };

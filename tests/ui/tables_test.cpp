@@ -98,6 +98,8 @@ TEST_F(Tables, PageByArrowsKeysAndNumber)
                 QTest::keyClick(&number, Qt::Key_Return);
                 EXPECT_FALSE(number.styleSheet().contains("#ab0000"));
             }
+            EXPECT_EQ(cell<QPushButton>(table, layout.firstRow - 1, 0).isEnabled(), step.bank < 99);
+            EXPECT_EQ(cell<QPushButton>(table, layout.lastRow + 1, 0).isEnabled(), step.bank > 0);
             const Requests asked = requests();
             EXPECT_EQ(asked.size(), step.asks ? 11U : 0U) << step.action.toStdString();
             if (step.asks && !asked.empty()) {

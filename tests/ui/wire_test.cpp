@@ -2,7 +2,9 @@
 
 #include "ui/editor.h"
 
+#include <QHelpEvent>
 #include <QRegularExpression>
+#include <QToolTip>
 
 namespace {
 
@@ -244,6 +246,11 @@ TEST_F(Wire, EveryBoxOfTheTablesSendsAnotherValueThanTheStoredOne)
         readAgain();
         EXPECT_EQ(shown.currentText(), stored);
     }
+    EXPECT_EQ(box("midiDevices", 9, 6).toolTip(), "Used while TAP TEMPO is TAP CTRL");
+    EXPECT_EQ(box("midiDevices", 9, 7).toolTip(), "Used while TAP TEMPO is TAP TEMPO NOTE");
+    choose(box("midiDevices", 9, 3), "TAP CTRL");
+    EXPECT_EQ(requests(), Requests{"WMD|A10|E2"});
+    EXPECT_EQ(box("midiDevices", 9, 6).toolTip(), "");
     clickCell("midiDevices", 9, 2);
     EXPECT_TRUE(cell<QPushButton>("midiDevices", 9, 2).accessibleName().endsWith("off")) << "until the unit has it";
     EXPECT_EQ(requests(), Requests{"WMD|A10|D1"});
@@ -283,6 +290,9 @@ TEST_F(Wire, ANameThatCouldNeverBeReadBackIsRefused)
     EXPECT_EQ(requests().size(), 1U);
     readAgain();
     EXPECT_EQ(name.text().size(), 21790);
+    QHelpEvent tip(QEvent::ToolTip, {}, {});
+    QCoreApplication::sendEvent(&name, &tip);
+    EXPECT_EQ(QToolTip::text(), name.text()) << "which is cut";
 }
 
 TEST_F(Wire, TheFunctionDecidesWhichStatesMayBeChosen)
@@ -312,8 +322,13 @@ TEST_F(Wire, TheFunctionDecidesWhichStatesMayBeChosen)
                 ComboBox &shown = box(rule.table, 4, rule.column);
                 EXPECT_TRUE(shown.styleSheet().contains("\nbackground-color: " + colors[function] + ";\n"));
                 EXPECT_EQ(shown.currentIndex(), stored);
-                shown.setCurrentIndex(chosen);
                 const bool accepted = rule.allowed[function][chosen] == '+';
+                shown.showPopup();
+                const QModelIndex item = shown.model()->index(chosen, 0);
+                EXPECT_EQ(item.flags().testFlag(Qt::ItemIsEnabled), accepted);
+                EXPECT_EQ(item.data(Qt::ToolTipRole).toString().isEmpty(), accepted);
+                shown.hidePopup();
+                shown.setCurrentIndex(chosen);
                 EXPECT_EQ(shown.currentIndex(), accepted ? chosen : stored);
                 EXPECT_EQ(requests().size(), accepted ? 1U : 0U);
             }

@@ -64,9 +64,8 @@ QLabel *AboutWindow::makeRichLabel(const QString &objectName, const QString &tex
     label->setTextFormat(Qt::RichText);
     label->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
     label->setAlignment(alignment);
-    label->setStyleSheet(QStringLiteral("QLabel { border: 1px solid transparent; }\n"
-                                        "QLabel:focus { border: 1px solid %1; }")
-                             .arg(look::focusColor));
+    label->setStyleSheet(QStringLiteral("QLabel { border: 1px solid transparent; }\n") +
+                         look::focusRule(QStringLiteral("QLabel:focus")));
     return label;
 }
 

@@ -20,8 +20,13 @@ public:
 
 private:
     void addController(const Controller &controller);
+    /// Marks the controllers that cannot be meant so.
+    void markDoubtful();
+    /// Why a controller cannot be meant so; empty when it can.
+    QString doubtAbout(int row) const;
 
     QTableWidget *table;
+    QVector<QPushButton *> labels;
     QVector<NameEdit *> nameEdits;
     QVector<ComboBox *> numberBoxes;
     QVector<int> shownNumbers;  // as items of the boxes

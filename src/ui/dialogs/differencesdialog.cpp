@@ -25,14 +25,14 @@ constexpr auto checkable = Qt::ItemIsEnabled | Qt::ItemIsUserCheckable | Qt::Ite
 QString treeStyle()
 {
     return QStringLiteral("QTreeWidget { background-color: %1; color: white; border: none; }\n"
-                          "QTreeWidget:focus { border: 1px solid %2; }\n"
                           "QHeaderView::section { background-color: %1; color: white; border: none; padding: 4px; }\n"
                           "QTreeWidget::indicator { width: 15px; height: 15px; }\n"
                           "QTreeWidget::indicator:unchecked { image: url(:/images/checkbox_unchecked.png); }\n"
                           "QTreeWidget::indicator:checked { image: url(:/images/checkbox_checked.png); }\n"
                           "QTreeWidget::indicator:indeterminate { image: url(:/images/checkbox_unchecked.png);"
                           " background-color: gray; }\n")
-        .arg(look::pageColor, look::focusColor);
+               .arg(look::pageColor) +
+           look::focusRule(QStringLiteral("QTreeWidget:focus"));
 }
 
 /// The part that a record belongs to, for people.

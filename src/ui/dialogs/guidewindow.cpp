@@ -17,9 +17,9 @@ GuideWindow::GuideWindow(QWidget *parent) : FramelessDialog(QStringLiteral("Guid
     text->setObjectName(QStringLiteral("textBrowser_guide"));
     text->setAccessibleName(tr("Guide"));
     text->setFont(look::pixelFont(DataFromDevice::fontSettingsLabel));
-    text->setStyleSheet(QStringLiteral("QTextBrowser { background-color: %1; color: white; border: 1px solid %1; }\n"
-                                       "QTextBrowser:focus { border: 1px solid %2; }")
-                            .arg(look::pageColor, look::focusColor));
+    text->setStyleSheet(QStringLiteral("QTextBrowser { background-color: %1; color: white; border: 1px solid %1; }\n")
+                            .arg(look::pageColor) +
+                        look::focusRule(QStringLiteral("QTextBrowser:focus")));
     QFile guide(QStringLiteral(":/guide.md"));
     if (guide.open(QIODevice::ReadOnly)) text->setMarkdown(QString::fromUtf8(guide.readAll()));
 

@@ -24,21 +24,6 @@ constexpr double printedWidth = 277;  ///< millimetres: A4 across, with margins
 constexpr double millimetresPerInch = 25.4;
 constexpr double millimetresPerMetre = 1000;
 
-/// Of an arrow that is faint while there is no bank to go to.
-QIcon arrowIcon(const QString &file)
-{
-    const QPixmap arrow(file);
-    QPixmap faint(arrow.size());
-    faint.fill(Qt::transparent);
-    QPainter painter(&faint);
-    painter.setOpacity(0.25);
-    painter.drawPixmap(0, 0, arrow);
-    painter.end();
-    QIcon icon(file);
-    icon.addPixmap(faint, QIcon::Disabled);
-    return icon;
-}
-
 bool paintOnPaper(QPaintDevice *device, const PreviewScene &scene, double scale)
 {
     QPainter painter;
@@ -70,9 +55,8 @@ bool writePng(QIODevice *file, const PreviewScene &scene)
 }  // namespace
 
 PreviewWidget::PreviewWidget(QWidget *parent)
-    : QWidget(parent), arrowDown(addArrow(QStringLiteral(":/images/arrow-down.png"), tr("Previous bank"), -1)),
-      arrowUp(addArrow(QStringLiteral(":/images/arrow-up.png"), tr("Next bank"), 1)),
-      saveButton(addSaveButton(tr("SAVE PICTURE")))
+    : QWidget(parent), arrowDown(addArrow("arrow-down", tr("Previous bank"), -1)),
+      arrowUp(addArrow("arrow-up", tr("Next bank"), 1)), saveButton(addSaveButton(tr("SAVE PICTURE")))
 {
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_OpaquePaintEvent);
@@ -89,11 +73,11 @@ PreviewWidget::PreviewWidget(QWidget *parent)
     refresh();
 }
 
-QPushButton *PreviewWidget::addArrow(const QString &file, const QString &name, int step)
+QPushButton *PreviewWidget::addArrow(const char *icon, const QString &name, int step)
 {
     auto *arrow = new QPushButton(this);
     arrow->setStyleSheet(look::plainButtonStyle(look::pageColor));
-    look::makeIconButton(arrow, arrowIcon(file), QSize(30, 30), name);
+    look::makeIconButton(arrow, look::fadingIcon(icon), QSize(30, 30), name);
     connect(arrow, &QPushButton::clicked, this, [this, step] { page(step); });
     return arrow;
 }

@@ -49,7 +49,7 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
-    QPushButton *addArrow(const QString &file, const QString &name, int step);
+    QPushButton *addArrow(const char *icon, const QString &name, int step);
     QPushButton *addSaveButton(const QString &name);
     void page(int step);
     void showNewBank();

@@ -22,14 +22,17 @@ BankTable::BankTable(QTableWidget *tableWidget, const QVector<look::Column> &col
     connect(table->findChild<TableKeys *>(), &TableKeys::paged, this,
             [this](int step) { changeBank(currentBank() + step); });
     table->setRowCount(emptyRows + 1 + editorRows + 1);
-    table->setCellWidget(firstRow - 1, bankColumn, addArrow("arrow-up", tr("Next bank"), 1));
+    arrowUp = addArrow("arrow-up", tr("Next bank"), 1);
+    table->setCellWidget(firstRow - 1, bankColumn, arrowUp);
     for (int row = 0; row < editorRows; ++row) {
         auto *edit = new BankNumberEdit(table->viewport());
         connect(edit, &BankNumberEdit::entered, this, &BankTable::changeBank);
         place(row, bankColumn, edit);
         bankNumbers << edit;
     }
-    table->setCellWidget(firstRow + editorRows, bankColumn, addArrow("arrow-down", tr("Previous bank"), -1));
+    arrowDown = addArrow("arrow-down", tr("Previous bank"), -1);
+    table->setCellWidget(firstRow + editorRows, bankColumn, arrowDown);
+    enableArrows();
 }
 
 QPushButton *BankTable::addArrow(const char *icon, const QString &name, int step)
@@ -37,7 +40,7 @@ QPushButton *BankTable::addArrow(const char *icon, const QString &name, int step
     auto *arrow = new QPushButton(table->viewport());
     arrow->resize(table->columnWidth(bankColumn), table->verticalHeader()->defaultSectionSize());
     arrow->setStyleSheet(QStringLiteral("border-radius: 5;\n"));
-    look::makeIconButton(arrow, look::icon(icon), arrow->size(), name);
+    look::makeIconButton(arrow, look::fadingIcon(icon), arrow->size(), name);
     connect(arrow, &QPushButton::clicked, this, [this, step] { changeBank(currentBank() + step); });
     return arrow;
 }
@@ -108,8 +111,15 @@ void BankTable::changeBank(int bank)
     }
 }
 
+void BankTable::enableArrows()
+{
+    arrowUp->setEnabled(currentBank() < bankCount - 1);
+    arrowDown->setEnabled(currentBank() > 0);
+}
+
 void BankTable::changeBankNumber()
 {
+    enableArrows();
     for (BankNumberEdit *const edit : qAsConst(bankNumbers))
         edit->showBank(currentBank());
     requestBank();

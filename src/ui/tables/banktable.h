@@ -77,6 +77,8 @@ protected:
 private:
     void changeBank(int bank);
     void changeBankNumber();
+    /// Where there is no bank to go to, an arrow is grey.
+    void enableArrows();
     void changePresetName();
     void changeBankName();
     void bankNameChanged(NameEdit *edit);
@@ -84,6 +86,8 @@ private:
     QPushButton *addArrow(const char *icon, const QString &name, int step);
 
     int firstRow;
+    QPushButton *arrowUp;
+    QPushButton *arrowDown;
     bool isUnreadable = false;  ///< the shown bank could not be read
     QVector<BankNumberEdit *> bankNumbers;
     QVector<NameEdit *> bankNames;

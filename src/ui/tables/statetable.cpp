@@ -7,6 +7,7 @@
 namespace {
 
 constexpr int firstStateColumn = 4;
+constexpr int onIndex = 0;
 constexpr int offIndex = 1;
 constexpr int noItem = -1;
 
@@ -22,7 +23,7 @@ QVector<look::Column> withStates(QVector<look::Column> columns, int width, const
 StateTable::StateTable(QTableWidget *tableWidget, const Layout &layout)
     : BankTable(tableWidget, withStates(presetColumns(layout.nameWidth), layout.stateWidth, layout.stateHeaders), 42,
                 presetCount, 0),
-      allowed(layout.allowed), boxes(presetCount)
+      allowed(layout.allowed), thing(layout.thing), boxes(presetCount)
 {
     for (int preset = 0; preset < presetCount; ++preset)
         for (int column = 0; column < layout.stateHeaders.size(); ++column) {
@@ -30,6 +31,8 @@ StateTable::StateTable(QTableWidget *tableWidget, const Layout &layout)
             ComboBox *const box =
                 look::makeComboBox(table->viewport(), labels<LoopType>(), look::functionColor(FootswitchType::Preset));
             box->showStored(offIndex);
+            box->setBoldItem(onIndex);
+            box->setRefusal([this, preset](int index) { return refusal(index, preset); });
             const QString &header = layout.stateHeaders[column];
             box->setAccessibleName(tr("%1 of preset %2").arg(header.left(1) + header.mid(1).toLower()).arg(preset));
             connect(box, qOverload<int>(&QComboBox::currentIndexChanged), this,
@@ -74,4 +77,21 @@ bool StateTable::allows(FootswitchType function, int index) const
     const int row = toIndex(function);
     return row >= 0 && row < static_cast<int>(allowed.size()) && index >= 0 &&
            index < allowed[static_cast<std::size_t>(row)];
+}
+
+QString StateTable::refusal(int index, int preset) const
+{
+    const auto record = shown.preset(preset);
+    if (!record || allows(record->footswitchFunction, index)) return QString();
+    switch (record->footswitchFunction) {
+    case FootswitchType::Preset:
+        return tr("A plain preset sets each %1 ON or OFF").arg(thing);
+    case FootswitchType::SwitchModifier:
+        return tr("A switch modifier leaves every %1 as it is").arg(thing);
+    case FootswitchType::LoopModifier:
+        return tr("A loop modifier leaves every %1 as it is").arg(thing);
+    case FootswitchType::MidiModifier:
+        return tr("A MIDI modifier leaves every %1 as it is").arg(thing);
+    }
+    return tr("This function is not known");
 }

@@ -7,7 +7,8 @@
 class ComboBox;
 
 /// What the loops tab and the switch tab share: a box for each state of each preset, in the colour of the preset's
-/// footswitch function. The function also decides which states may be chosen: a refused choice snaps back, unsent.
+/// footswitch function. The function also decides which states may be chosen: the others are grey in
+/// the open list, and a refused choice snaps back, unsent.
 class StateTable : public BankTable
 {
 protected:
@@ -20,6 +21,7 @@ protected:
         int stateWidth;            ///< pixels, of each state column
         QStringList stateHeaders;  ///< one for each state column
         AllowedStates allowed;
+        QString thing;  ///< "loop" or "switch": what is in a state
     };
 
     StateTable(QTableWidget *tableWidget, const Layout &layout);
@@ -34,7 +36,10 @@ protected:
 private:
     void chooseState(int index, int preset, int column);
     bool allows(FootswitchType function, int index) const;
+    /// Why a state may not be chosen for a preset; empty when it may.
+    QString refusal(int index, int preset) const;
 
     AllowedStates allowed;
+    QString thing;
     QVector<QVector<ComboBox *>> boxes;  // by preset, then column
 };

@@ -11,7 +11,8 @@ TabLoops::TabLoops(QTableWidget *tableWidget)
                                .stateWidth = 116,
                                .stateHeaders = {"BUFFER", "LOOP 1", "LOOP 2", "LOOP 3", "LOOP 4", "LOOP 5", "LOOP 6"},
                                //          P  S  L  M
-                               .allowed = {2, 0, 4, 0}})
+                               .allowed = {2, 0, 4, 0},
+                               .thing = tr("loop")})
 {}
 
 int TabLoops::stateIndex(const PresetData &preset, int column) const

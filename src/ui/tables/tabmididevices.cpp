@@ -149,6 +149,20 @@ void TabMidiDevices::showDevice(int row, const MidiDevice &device)
 
     for (std::size_t choice = 0; const ChoiceColumn &column : ChoiceColumn::all())
         boxes[choice++][row]->showStored(column.storedIndex(device));
+    showTapColumns(row, device.tapTempo);
+}
+
+void TabMidiDevices::showTapColumns(int row, MidiDeviceTapTempo mode)
+{
+    const auto show = [&](std::initializer_list<Choice> columns, MidiDeviceTapTempo user) {
+        const QString reason = mode == user
+                                   ? QString()
+                                   : tr("Used while TAP TEMPO is %1").arg(labels<MidiDeviceTapTempo>()[toIndex(user)]);
+        for (const Choice column : columns)
+            boxes[column][row]->setIdle(reason);
+    };
+    show({TapController, TapControllerValue}, MidiDeviceTapTempo::TapCtrl);
+    show({NoteNumber, NoteType}, MidiDeviceTapTempo::TapTempoNote);
 }
 
 void TabMidiDevices::showSendCCFirst(int row, bool on)

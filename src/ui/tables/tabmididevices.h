@@ -73,6 +73,8 @@ private:
     void addRow();
     void showDevice(int row, const MidiDevice &device);
     void showSendCCFirst(int row, bool on);
+    /// The columns that the mode does not use look it.
+    void showTapColumns(int row, MidiDeviceTapTempo mode);
     /// Null without a unit and until the device has been read.
     std::shared_ptr<const MidiDevice> storedDevice(int row) const;
 

@@ -5,7 +5,8 @@ TabSwitch::TabSwitch(QTableWidget *tableWidget)
                                .stateWidth = 133,
                                .stateHeaders = {"SWITCH 1", "SWITCH 2", "SWITCH 3", "SWITCH 4", "SWITCH 5", "SWITCH 6"},
                                //          P  S  L  M
-                               .allowed = {2, 4, 0, 0}})
+                               .allowed = {2, 4, 0, 0},
+                               .thing = tr("switch")})
 {}
 
 int TabSwitch::stateIndex(const PresetData &preset, int column) const
