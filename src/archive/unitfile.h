@@ -12,7 +12,8 @@
 // (records.h). An enumeration's value stands as its label, a flag as true or false, none as null, and the two special
 // values of a control change as "TOGGLE" and "INACTIVE". What a unit told although it should not comes back as well: an
 // enumeration's value without a label is a number, a number out of range {"number": 77}, and a text that is not UTF-8
-// or that no frame can carry {"bytes": "hexadecimal"}.
+// or that no frame can carry {"bytes": "hexadecimal"}. Characters without a face are told by their numbers, so that a
+// terminal may show a file as it is.
 namespace archive {
 
 inline constexpr int maxFileSize = 16 << 20;  ///< bytes
@@ -30,7 +31,8 @@ QByteArray toJson(const UnitPart &part, const QDateTime &saved);
 /// the records. Throws `Error`.
 UnitPart fromJson(const QByteArray &json, const UnitContent &base = {});
 
-/// Writes the file anew and puts it in place only when it is complete. Throws `Error`.
+/// Writes the file anew and puts it in place only when it is complete; what is there but is no regular file (a pipe, a
+/// device) is written to. Throws `Error`.
 void save(const QString &path, const UnitPart &part, const QDateTime &saved = QDateTime::currentDateTimeUtc());
 
 /// As `fromJson`; the error names the file, too.
