@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QDateTime>
+#include <QJsonObject>
 #include <QString>
 
 #include <stdexcept>
@@ -12,8 +13,7 @@
 // (records.h). An enumeration's value stands as its label, a flag as true or false, none as null, and the two special
 // values of a control change as "TOGGLE" and "INACTIVE". What a unit told although it should not comes back as well: an
 // enumeration's value without a label is a number, a number out of range {"number": 77}, and a text that is not UTF-8
-// or that no frame can carry {"bytes": "hexadecimal"}. Characters without a face are told by their numbers, so that a
-// terminal may show a file as it is.
+// or that no frame can carry {"bytes": "hexadecimal"}.
 namespace archive {
 
 inline constexpr int maxFileSize = 16 << 20;  ///< bytes
@@ -23,6 +23,9 @@ struct Error : std::runtime_error
 {
     using std::runtime_error::runtime_error;
 };
+
+/// An object as JSON. Characters without a face are told by their numbers, so that a terminal may show it as it is.
+QByteArray jsonText(const QJsonObject &object);
 
 /// The known records as a file. The same part and time always make the same bytes.
 QByteArray toJson(const UnitPart &part, const QDateTime &saved);

@@ -95,15 +95,17 @@ QJsonArray inOrder(const Numbered &objects)
 
 QJsonObject numbered(int number) { return {{key::number, number}}; }
 
-/// The same JSON, with every character without a face as its number. Only strings have such characters.
-QByteArray withoutFaceless(const QByteArray &json)
+}  // namespace
+
+QByteArray archive::jsonText(const QJsonObject &object)
 {
+    const QByteArray json = QJsonDocument(object).toJson();
     QByteArray result;
     int copied = 0;
     for (int place = 0, length = 1; place < json.size(); place += length) {
         const auto lead = static_cast<unsigned char>(json[place]);
         length = lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
-        if (lead < 0x7F) continue;
+        if (lead < 0x7F) continue;  // a string's control characters are told by their numbers already
         const QString character = QString::fromUtf8(json.constData() + place, length);
         if (QChar::isPrint(character.toUcs4().value(0))) continue;
         result += json.mid(copied, place - copied);
@@ -113,8 +115,6 @@ QByteArray withoutFaceless(const QByteArray &json)
     }
     return result.isEmpty() ? json : result + json.mid(copied);
 }
-
-}  // namespace
 
 QByteArray archive::toJson(const UnitPart &part, const QDateTime &saved)
 {
@@ -163,5 +163,5 @@ QByteArray archive::toJson(const UnitPart &part, const QDateTime &saved)
         banks[bank].insert(QLatin1String(key::presets), inOrder(objects));
     if (!midiDevices.empty()) root.insert(QLatin1String(key::midiDevices), inOrder(midiDevices));
     if (!banks.empty()) root.insert(QLatin1String(key::banks), inOrder(banks));
-    return withoutFaceless(QJsonDocument(root).toJson());
+    return jsonText(root);
 }

@@ -1,9 +1,8 @@
 #include "cli/console.h"
 
+#include "archive/unitfile.h"
 #include "cli/failure.h"
 #include "cli/interrupt.h"
-
-#include <QJsonDocument>
 
 #include <cerrno>
 #include <csignal>
@@ -51,7 +50,7 @@ void Console::report(const QString &line)
 
 void Console::object(const QJsonObject &object)
 {
-    if (json) results += QJsonDocument(object).toJson();
+    if (json) results += archive::jsonText(object);
 }
 
 void Console::content(const QByteArray &bytes) { results += bytes; }

@@ -6,6 +6,8 @@
 #include <QFile>
 #include <QStandardPaths>
 
+#include <algorithm>
+
 SafetyCopies::SafetyCopies(QString copiesFolder) : place(std::move(copiesFolder)) {}
 
 QString SafetyCopies::usualFolder()
@@ -33,10 +35,12 @@ QString SafetyCopies::save(const UnitPart &part, const QDateTime &moment) const
 
 QStringList SafetyCopies::newestFirst() const
 {
-    QStringList paths;
-    const QDir directory(place);
-    for (const QString &name :
-         directory.entryList({QStringLiteral("kora-*.kora")}, QDir::Files, QDir::Name | QDir::Reversed))
-        paths << directory.filePath(name);
+    // Without the extension: copies of the same second are told apart by a number behind it.
+    QStringList paths = QDir(place).entryList({QStringLiteral("kora-*.kora")}, QDir::Files);
+    std::sort(paths.begin(), paths.end(), [](const QString &one, const QString &other) {
+        return one.section('.', 0, -2) > other.section('.', 0, -2);
+    });
+    for (QString &path : paths)
+        path = QDir(place).filePath(path);
     return paths;
 }
