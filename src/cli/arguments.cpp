@@ -79,7 +79,7 @@ Exit status:
   3    no unit was found
   4    the unit refused, or the line failed
   5    a file cannot be read or written or is no backup
-  130  interrupted between two exchanges; what was written is told
+  130  interrupted (Ctrl+C) between two exchanges; what was written is told
 
 )";
 

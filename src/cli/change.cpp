@@ -10,10 +10,15 @@ using namespace cli;
 
 namespace {
 
-bool isAmong(const std::vector<Difference> &differences, const Difference &one)
+/// How many of the planned differences do not remain.
+int countWritten(const std::vector<Difference> &planned, const std::vector<Difference> &remaining)
 {
-    return std::ranges::any_of(
-        differences, [&](const Difference &other) { return other.record == one.record && other.value == one.value; });
+    std::set<std::pair<RecordId, ValueId>> left;
+    for (const Difference &difference : remaining)
+        left.emplace(difference.record, difference.value);
+    return static_cast<int>(std::ranges::count_if(planned, [&](const Difference &difference) {
+        return !left.contains({difference.record, difference.value});
+    }));
 }
 
 }  // namespace
@@ -49,8 +54,8 @@ void Change::write(const UnitContent &wanted, const std::set<RecordId> &records)
     }
     const Transfer::Outcome outcome = unit.write(present, target, touched);
     const std::vector<Difference> remaining = DifferenceList(present.content, wanted, records).counted;
-    const auto written = std::ranges::count_if(planned, [&](const auto &one) { return !isAmong(remaining, one); });
-    tell(static_cast<int>(written), remaining);
+    const int written = countWritten(planned, remaining);
+    tell(written, remaining);
 
     const QString count = QStringLiteral("%1 of %2 values were written").arg(written).arg(planned.size());
     if (outcome.failure) throw Failure{unitFailed, QString::fromStdString(*outcome.failure) + ": " + count};
