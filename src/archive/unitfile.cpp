@@ -14,9 +14,17 @@ namespace {
 
 void archive::save(const QString &path, const UnitPart &part, const QDateTime &saved)
 {
+    const QByteArray json = toJson(part, saved);
+    const QFileInfo present(path);
+    if (present.exists() && !present.isFile() && !present.isDir()) {
+        QFile file(path);
+        const bool isOpen = file.open(QIODevice::WriteOnly | QIODevice::ExistingOnly);
+        if (!isOpen || file.write(json) != json.size() || !file.flush()) refuse(path, file.errorString());
+        return;
+    }
     QSaveFile file(path);
     const bool isOpen = file.open(QIODevice::WriteOnly);
-    if (isOpen) file.write(toJson(part, saved));
+    if (isOpen) file.write(json);
     if (!isOpen || !file.commit()) refuse(path, file.errorString());
 }
 

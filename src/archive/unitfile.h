@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QDateTime>
+#include <QJsonObject>
 #include <QString>
 
 #include <stdexcept>
@@ -23,6 +24,9 @@ struct Error : std::runtime_error
     using std::runtime_error::runtime_error;
 };
 
+/// An object as JSON. Characters without a face are told by their numbers, so that a terminal may show it as it is.
+QByteArray jsonText(const QJsonObject &object);
+
 /// The known records as a file. The same part and time always make the same bytes.
 QByteArray toJson(const UnitPart &part, const QDateTime &saved);
 
@@ -30,7 +34,8 @@ QByteArray toJson(const UnitPart &part, const QDateTime &saved);
 /// the records. Throws `Error`.
 UnitPart fromJson(const QByteArray &json, const UnitContent &base = {});
 
-/// Writes the file anew and puts it in place only when it is complete. Throws `Error`.
+/// Writes the file anew and puts it in place only when it is complete; what is there but is no regular file (a pipe, a
+/// device) is written to. Throws `Error`.
 void save(const QString &path, const UnitPart &part, const QDateTime &saved = QDateTime::currentDateTimeUtc());
 
 /// As `fromJson`; the error names the file, too.

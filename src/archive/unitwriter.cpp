@@ -97,6 +97,25 @@ QJsonObject numbered(int number) { return {{key::number, number}}; }
 
 }  // namespace
 
+QByteArray archive::jsonText(const QJsonObject &object)
+{
+    const QByteArray json = QJsonDocument(object).toJson();
+    QByteArray result;
+    int copied = 0;
+    for (int place = 0, length = 1; place < json.size(); place += length) {
+        const auto lead = static_cast<unsigned char>(json[place]);
+        length = lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
+        if (lead < 0x7F) continue;  // a string's control characters are told by their numbers already
+        const QString character = QString::fromUtf8(json.constData() + place, length);
+        if (QChar::isPrint(character.toUcs4().value(0))) continue;
+        result += json.mid(copied, place - copied);
+        for (const QChar unit : character)
+            result += "\\u" + QByteArray::number(unit.unicode(), 16).rightJustified(4, '0');
+        copied = place + length;
+    }
+    return result.isEmpty() ? json : result + json.mid(copied);
+}
+
 QByteArray archive::toJson(const UnitPart &part, const QDateTime &saved)
 {
     QJsonObject root{
@@ -144,5 +163,5 @@ QByteArray archive::toJson(const UnitPart &part, const QDateTime &saved)
         banks[bank].insert(QLatin1String(key::presets), inOrder(objects));
     if (!midiDevices.empty()) root.insert(QLatin1String(key::midiDevices), inOrder(midiDevices));
     if (!banks.empty()) root.insert(QLatin1String(key::banks), inOrder(banks));
-    return QJsonDocument(root).toJson();
+    return jsonText(root);
 }

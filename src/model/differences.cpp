@@ -20,7 +20,7 @@ std::vector<Difference> differences(const UnitContent &from, const UnitContent &
         const auto compare = [&](const ValuePlace &place, const auto &row, const auto &held, const auto &wanted) {
             if (isSame(held, wanted, row.range)) return;
             found.push_back({id, place.id, places::value(id, place), textOf(held, row.range), textOf(wanted, row.range),
-                             isWritable(row, wanted)});
+                             isWritable(row, wanted), row.readOnly});
         };
         visitRecords(from, to, id, [&](const auto &held, const auto &wanted) {
             if (held != wanted) forEachValue(compare, held, wanted);

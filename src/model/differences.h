@@ -7,10 +7,11 @@ struct Difference
 {
     RecordId record;
     ValueId value;
-    QString place;          ///< "BANK 3, PRESET 4: LOOP 2"
-    QString from;           ///< what the first content holds, for people
-    QString to;             ///< what the second one holds
-    bool writable = false;  ///< false for what is set on the unit itself, and for text that no frame can carry
+    QString place;           ///< "BANK 3, PRESET 4: LOOP 2"
+    QString from;            ///< what the first content holds, for people
+    QString to;              ///< what the second one holds
+    bool writable = false;   ///< false for what is set on the unit itself, and for text that no frame can carry
+    bool setOnUnit = false;  ///< the unit's identity and calibration
 };
 
 /// What differs in these records, in their order and that of their tables. Control changes are compared by what they

@@ -76,7 +76,7 @@ void visitRecords(Content &content, const UnitContent &other, const RecordId &id
 
 /// A bank and its ten presets.
 std::set<RecordId> recordsOfBank(int bank);
-/// All 1,116 records of a unit, its identity among them.
+/// All 1,115 records of a unit, its identity among them.
 const std::set<RecordId> &allRecords();
 
 /// What a unit holds once it is cleared: no names, plain presets that switch everything off, MIDI devices without
