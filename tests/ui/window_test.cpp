@@ -162,6 +162,10 @@ TEST_F(Window, EveryTableShowsItsOwnBankAgainAfterAReconnection)
     click("pushButton_loopsTab");
     type(edit("loops", 1, 0), "5");
     EXPECT_EQ(requests().size(), 11U);
+    click("pushButton_switchTab");
+    EXPECT_EQ(edit("switch", 1, 0).text(), "5") << "the bank chosen last in another table";
+    click("pushButton_loopsTab");
+    EXPECT_EQ(requests(), Requests{}) << "which is known";
     loseUnit();
     unit.alter([](UnitMemory &memory) { memory.banks[5].name = "CHANGED"; });
     taken();

@@ -148,6 +148,16 @@ void PreviewWidget::showNewBank()
     isUnreadable = false;
     refresh();
     requestBank();
+    emit bankChosen(currentBank());
+}
+
+void PreviewWidget::follow(int bank)
+{
+    firstDigit.reset();
+    if (!shown.goTo(bank)) return;
+    isUnreadable = false;
+    refresh();
+    if (!shown.isRead()) requestBank();
 }
 
 void PreviewWidget::choose(int footswitch)

@@ -22,6 +22,8 @@ public:
 
     /// The shown bank, 0 to 99.
     int currentBank() const { return shown.number(); }
+    /// Shows the bank that was chosen elsewhere; it is asked for only where it has not been read.
+    void follow(int bank);
     /// Asks for the shown bank; nothing without a unit.
     void requestBank();
     /// Asks again for the shown bank if it could not be read.
@@ -35,6 +37,8 @@ public:
 
 signals:
     void getBankAndPresetData(int bank);
+    /// The user has gone to another bank.
+    void bankChosen(int bank);
 
 public slots:
     void loadDataFromDevice(DataFromDevice *dataFromDevice);

@@ -242,7 +242,7 @@ void MainWindow::on_pushButton_presetsTab_clicked()
 {
     showPage(PresetsPageIndex);
     for (BankTable *const table : bankTables)
-        if (table->isVisible()) table->retry();
+        if (table->isVisible()) showChosenBank(*table);
 }
 
 void MainWindow::on_pushButton_midiDevicesTab_clicked()
@@ -274,7 +274,7 @@ void MainWindow::on_pushButton_midiSwitchOut_clicked()
 void MainWindow::on_pushButton_previewTab_clicked()
 {
     showPage(PreviewPageIndex);
-    preview->retry();
+    showChosenBank(*preview);
     preview->setFocus();  // the arrow keys choose a footswitch there
 }
 
@@ -285,7 +285,7 @@ void MainWindow::showSubTab(SubTabIndex index)
         ui.subTabs[other].button->setStyleSheet(look::tabButtonStyle(other == index));
     }
     bankTables[index]->show();
-    bankTables[index]->retry();
+    showChosenBank(*bankTables[index]);
 }
 
 void MainWindow::on_pushButton_footswitchFunctionTab_clicked() { showSubTab(FootswitchFunctionTab); }

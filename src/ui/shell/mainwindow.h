@@ -200,6 +200,13 @@ private:
     void connectMidi();
     void requestOtherBanks();
     void bankReadFailed(int bank);
+    /// A table or the preview that comes up shows the bank that was chosen last in another.
+    template <typename View>
+    void showChosenBank(View &view)
+    {
+        view.follow(chosenBank);
+        view.retry();
+    }
 
     // mainwindow_firmware.cpp: the firmware upload
     void connectFirmware();
@@ -238,6 +245,7 @@ private:
     QVector<ComboBox *> switchOutBoxes;
     ComboBox *pedalDevice = nullptr;
     ComboBox *pedalController = nullptr;
+    int chosenBank = 0;
     DataFromDevice *data = nullptr;  // the controller's; null until a unit was found
     QPointer<QWidget> focusBeforeVeil;
     bool isUploading = false;

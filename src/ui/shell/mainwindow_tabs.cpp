@@ -66,11 +66,13 @@ void MainWindow::connectBanks()
 {
     Unit *const unit = controller.get();
     const auto readFailed = [this](int bank) { bankReadFailed(bank); };
+    const auto noteBank = [this](int bank) { chosenBank = bank; };
     for (std::size_t index = 0; index < bankTables.size(); ++index) {
         BankTable *const tab = bankTables[index];
         requests.connectRead(tab, &BankTable::getBankAndPresetData, &Unit::getBankAndPresetData,
                              ui.subTabs[index].table->objectName(), readFailed);
         connect(unit, &Unit::gotBankAndPresetData, tab, &BankTable::gotBankAndPresetData);
+        connect(tab, &BankTable::bankChosen, this, noteBank);
         requests.connectChange(tab, &BankTable::changeBankNameSignal, &Unit::changeBankName,
                                [](const QString &, int bank) { return places::bank(bank) + ": NAME"; });
         requests.connectChange(tab, &BankTable::changePresetNameSignal, &Unit::changePresetName,
@@ -80,6 +82,7 @@ void MainWindow::connectBanks()
                          readFailed);
     connect(unit, &Unit::gotBankAndPresetData, preview, &PreviewWidget::gotBankAndPresetData);
     connect(unit, &Unit::gotMidiDevicesData, preview, &PreviewWidget::gotMidiDevicesData);
+    connect(preview, &PreviewWidget::bankChosen, this, noteBank);
 
     requests.connectChange(tabFootswitchFunction.get(), &TabFootswitchFunction::changeFootswitchFunctionSignal,
                            &Unit::changeFootswitchFunction, [](FootswitchType, int bank, int preset) {

@@ -104,8 +104,9 @@ bool BankTable::isVisible() const { return table->isVisible(); }
 void BankTable::changeBank(int bank)
 {
     if (shown.goTo(bank)) {
-        isUnreadable = false;
-        changeBankNumber();
+        showBankNumber();
+        requestBank();
+        emit bankChosen(bank);
     } else if (bank == currentBank()) {
         retry();
     }
@@ -117,12 +118,22 @@ void BankTable::enableArrows()
     arrowDown->setEnabled(currentBank() > 0);
 }
 
-void BankTable::changeBankNumber()
+void BankTable::follow(int bank)
 {
+    if (!shown.goTo(bank)) return;
+    showBankNumber();
+    if (shown.isRead())
+        showStored();
+    else
+        requestBank();
+}
+
+void BankTable::showBankNumber()
+{
+    isUnreadable = false;
     enableArrows();
     for (BankNumberEdit *const edit : qAsConst(bankNumbers))
         edit->showBank(currentBank());
-    requestBank();
 }
 
 void BankTable::requestBank()

@@ -30,6 +30,8 @@ public:
 
     /// The shown bank, 0 to 99.
     int currentBank() const { return shown.number(); }
+    /// Shows the bank that was chosen elsewhere; it is asked for only where it has not been read.
+    void follow(int bank);
     /// Asks for the shown bank; nothing without a unit.
     void requestBank();
     /// Asks again for the shown bank if it could not be read.
@@ -41,6 +43,8 @@ public:
 
 signals:
     void getBankAndPresetData(int bank);
+    /// The user has gone to another bank.
+    void bankChosen(int bank);
     void changeBankNameSignal(const QString &name, int bank);
     void changePresetNameSignal(const QString &name, int bank, int preset);
 
@@ -76,7 +80,7 @@ protected:
 
 private:
     void changeBank(int bank);
-    void changeBankNumber();
+    void showBankNumber();
     /// Where there is no bank to go to, an arrow is grey.
     void enableArrows();
     void changePresetName();

@@ -62,15 +62,26 @@ void TabMidi::gotMidiDevicesData()
             for (NameButton *const button : qAsConst(deviceButtons[device]))
                 button->setName(name);
         }
+    toldDevices = {};
     refreshButtons();
 }
 
 void TabMidi::refreshButtons()
 {
+    if (!shown.data()) return;
+    bool areSameDevices = true;
+    for (std::size_t device = 0; device < toldDevices.size(); ++device) {
+        auto definition = shown.data()->midiDevices[device].load();
+        areSameDevices = areSameDevices && definition == toldDevices[device];
+        toldDevices[device] = std::move(definition);
+    }
     for (int preset = 0; preset < presetCount; ++preset) {
+        auto &told = toldPresets[static_cast<std::size_t>(preset)];
         const auto record = shown.preset(preset);
+        const bool isTold = areSameDevices && record == told;
+        told = record;
         const QString color = record ? look::functionColor(record->footswitchFunction) : QString();
-        if (color.isEmpty()) continue;
+        if (isTold || color.isEmpty()) continue;
         const QString line = QStringLiteral("background-color: ") + color;
         for (int device = 0; device < midiDeviceCount; ++device) {
             NameButton *const button = deviceButtons[device][preset];
@@ -83,7 +94,7 @@ void TabMidi::refreshButtons()
 void TabMidi::refreshButton(NameButton *button, const PresetData &preset, int device)
 {
     const bool sends = takesMidi(preset.footswitchFunction);
-    const auto definition = shown.data()->midiDevices[static_cast<std::size_t>(device)].load();
+    const auto &definition = toldDevices[static_cast<std::size_t>(device)];
     const QString summary = sends && definition ? midiSummary(preset, device + 1, *definition) : QString();
     const QString why = preset.footswitchFunction == FootswitchType::LoopModifier
                             ? tr("A loop modifier sends no MIDI")

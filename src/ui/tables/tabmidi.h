@@ -60,6 +60,9 @@ private:
 
     QVector<QVector<NameButton *>> deviceButtons;  // by device, then preset
     QPointer<MidiEditorWindow> editor;             // the last one opened; the window owns it
+    // What the buttons tell of: what is told already is not worked out again.
+    std::array<std::shared_ptr<const PresetData>, presetCount> toldPresets;
+    std::array<std::shared_ptr<const MidiDevice>, midiDeviceCount> toldDevices;
     std::list<Waiting> waiting;
     Submit submit = submitAtOnce;
     Obstacle outerObstacle = [] { return QString(); };
