@@ -67,7 +67,7 @@ Transfer::Outcome DeviceController::carryOut(const StepOrder &order, const std::
             takeOver(change.id, record, before, after, report.stayed);
         });
     }
-    unit.makeListsExact(listHandling);
+    unit.makeExact(listHandling);
     const Transfer::Outcome outcome = unit.write(part, wanted, records);
     listHandling = unit.listHandling();
     return outcome;

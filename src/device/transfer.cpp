@@ -133,7 +133,7 @@ private:
             present.controlChanges = list;
         }
     }
-    void writeExactly(PresetData &present, const PresetData &wanted);
+    void writeExactList(PresetData &present, const PresetData &wanted);
 
     template <typename Exchange>
     void send(Exchange exchange)
@@ -163,7 +163,7 @@ private:
     const RecordId id;
 };
 
-void Transfer::Writer::writeExactly(PresetData &present, const PresetData &wanted)
+void Transfer::Writer::writeExactList(PresetData &present, const PresetData &wanted)
 {
     ListHandling &handling = *transfer.handling;
     const std::vector<ControlChangeData> &target = wanted.controlChanges;
@@ -195,16 +195,16 @@ void Transfer::Writer::write(PresetData &present, const PresetData &wanted)
     std::tie(present.bufferLoop, present.loops) = loops;
     make(present.switches, wanted.switches, [&] { unit.changeSwitchType(wanted.switches, bank, preset, function); });
     if (transfer.handling)
-        writeExactly(present, wanted);
+        writeExactList(present, wanted);
     else
         writeLists(present, controlChangeLists(present.controlChanges, wanted.controlChanges), function);
     for (std::size_t slot = 0; slot < wanted.programChanges.size(); ++slot)
         make(present.programChanges[slot], wanted.programChanges[slot], [&] {
             unit.changeProgramValue(bank, preset, static_cast<int>(slot), wanted.programChanges[slot], function);
         });
-    // A pedal that controls nothing may read as 0; written it is none.
-    const auto written = [](PresetExpressionPedal pedal) {
-        if (rowOf<&PresetExpressionPedal::controllerNumber>().range.isNone(pedal.controllerNumber))
+    // A pedal that controls nothing may read as 0; written it is none, unless all is to become as it was.
+    const auto written = [isExact = transfer.handling.has_value()](PresetExpressionPedal pedal) {
+        if (!isExact && rowOf<&PresetExpressionPedal::controllerNumber>().range.isNone(pedal.controllerNumber))
             pedal.controllerNumber = none;
         return pedal;
     };

@@ -41,9 +41,9 @@ public:
     /// Reads those that `part` does not know.
     Outcome readUnknown(UnitPart &part, const std::set<RecordId> &records);
 
-    /// From now on `write` makes lists of control changes exactly as wanted, not only what they send. How the unit
-    /// handles lists it finds out, if it is not known.
-    void makeListsExact(ListHandling knownHandling) { handling = knownHandling; }
+    /// From now on `write` makes presets exactly as wanted, not only what they do: lists of control changes in their
+    /// order, a pedal's controller that may read as 0. How the unit handles lists it finds out, if it is not known.
+    void makeExact(ListHandling knownHandling) { handling = knownHandling; }
     /// How the unit handles lists, as far as that is known.
     ListHandling listHandling() const { return handling.value_or(ListHandling::Unknown); }
 
@@ -66,7 +66,7 @@ private:
 
     KORA &unit;
     Watch watch;
-    std::optional<ListHandling> handling;  ///< set when lists are made exact
+    std::optional<ListHandling> handling;  ///< set when presets are made exact
     int done = 0;
     std::set<RecordId> touched;  ///< what has to be read back
 };

@@ -44,7 +44,7 @@ QString undeliveredText(const QStringList &changes)
 MainWindow::MainWindow(PortLister listPorts, QWidget *parent, DeviceController::Timeouts timeouts)
     : QMainWindow(parent, Qt::Window | Qt::FramelessWindowHint | Qt::WindowTitleHint | Qt::CustomizeWindowHint),
       controller(std::make_unique<DeviceController>(std::move(listPorts))), requests(*controller, this),
-      aboutWindow(nullptr), installDriversWindow(nullptr), ui(this), drag(dragHeight)
+      history(*controller, requests), aboutWindow(nullptr), installDriversWindow(nullptr), ui(this), drag(dragHeight)
 {
     setWindowIcon(QIcon(QStringLiteral(":/images/ico.png")));
     connectButtons();
@@ -127,6 +127,7 @@ void MainWindow::makeController()
     connect(unit, &DeviceController::found, this, &MainWindow::deviceFound);
     connect(unit, &DeviceController::error, this, &MainWindow::gotError);
     connectTabs();
+    connectHistory();
     connect(this, &MainWindow::connected, unit, &DeviceController::releaseSuperseded);
     connect(&requests, &RequestQueue::dropped, this, &MainWindow::showStored);
     connect(&requests, &RequestQueue::undelivered, this, &MainWindow::tellUndelivered);
@@ -142,6 +143,7 @@ void MainWindow::showDisconnected()
     ui.label_deviceStatus->setText(disconnectedText());
     files->setEnabled(false);
     ui.label_deviceFirmware->clear();
+    showHistory();
 }
 
 void MainWindow::deviceFound(DataFromDevice *newData)
@@ -161,6 +163,7 @@ void MainWindow::deviceFound(DataFromDevice *newData)
         requestOtherBanks();
         requestShownSettings();
     });
+    showHistory();
 }
 
 void MainWindow::gotError(const QString &message)

@@ -80,6 +80,8 @@ void MainWindow::hideBusy()
 
 void MainWindow::setVeiled(bool veiled)
 {
+    isVeiled = veiled;
+    showHistory();
     ui.label_loading->setVisible(veiled);
     ui.pushButton_menu->setDisabled(veiled);
     for (const Page &page : ui.pages) {

@@ -30,6 +30,10 @@ public:
 
     /// The shown bank, 0 to 99.
     int currentBank() const { return shown.number(); }
+    /// Shows a bank, 0 to 99.
+    void goTo(int bank) { changeBank(bank); }
+    /// The editor of preset (or pad) `place` in a column.
+    QWidget *editor(int place, int column) const;
     /// Asks for the shown bank; nothing without a unit.
     void requestBank();
     /// Asks again for the shown bank if it could not be read.
