@@ -33,7 +33,7 @@ public:
 
     // Beyond these the oldest steps are forgotten.
     static constexpr std::size_t maxSteps = 1000;
-    static constexpr std::size_t maxRecords = 100'000;  ///< in all steps; some 100 bytes each, at most 1,000
+    static constexpr std::size_t maxRecords = 100'000;  ///< in all steps; some hundred bytes each
 
     History(DeviceController &unit, RequestQueue &queue, QObject *parent = nullptr);
 

@@ -218,6 +218,8 @@ private:
     /// Whether the user may undo and redo now.
     bool canChange() const { return isConnected() && !isVeiled; }
     void showHistory();
+    /// The button for undo or redo, if it has the focus.
+    QPushButton *focusedButton() const;
     void openHistory();
     /// Shows the page, sub-tab and bank of the first value, and lights up where it and those beside it stand.
     void showValues(const std::vector<Difference> &values);
@@ -262,5 +264,6 @@ private:
     DataFromDevice *data = nullptr;  // the controller's; null until a unit was found
     bool isUploading = false;
     bool isVeiled = false;
+    bool isStepVeiled = false;  // by a step of the history
     bool isClosing = false;
 };

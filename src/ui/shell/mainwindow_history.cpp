@@ -68,10 +68,11 @@ void MainWindow::connectHistory()
     connect(&history, &History::arrived, this, &MainWindow::showValues);
     connect(&history, &History::stayed, this, &MainWindow::tellStayed);
     connect(&history, &History::began, this, [this](int records) {
-        if (records > veiledRecords) showTransfer(tr("CHANGING THE UNIT"));
+        isStepVeiled = records > veiledRecords && !isVeiled;
+        if (isStepVeiled) showTransfer(tr("CHANGING THE UNIT"));
     });
     connect(&history, &History::ended, this, [this] {
-        if (isVeiled) hideTransfer();
+        if (std::exchange(isStepVeiled, false)) hideTransfer();
     });
 }
 
@@ -86,14 +87,24 @@ bool MainWindow::eventFilter(QObject *watched, QEvent *event)
     return QMainWindow::eventFilter(watched, event);
 }
 
+QPushButton *MainWindow::focusedButton() const
+{
+    return ui.pushButton_undo->hasFocus()   ? ui.pushButton_undo
+           : ui.pushButton_redo->hasFocus() ? ui.pushButton_redo
+                                            : nullptr;
+}
+
 void MainWindow::showHistory()
 {
     const auto &steps = history.steps();
     const std::size_t made = history.position();
+    QPushButton *const focused = focusedButton();
     showStep(ui.pushButton_undo, tr("Undo"), canChange() && history.canUndo(),
              made > 0 ? steps[made - 1].words : QString());
     showStep(ui.pushButton_redo, tr("Redo"), canChange() && history.canRedo(),
              made < steps.size() ? steps[made].words : QString());
+    if (focused && !focused->isEnabled())  // the way back from the last step lies beside it
+        (focused == ui.pushButton_undo ? ui.pushButton_redo : ui.pushButton_undo)->setFocus();
 }
 
 void MainWindow::openHistory()
@@ -123,12 +134,13 @@ void MainWindow::showValues(const std::vector<Difference> &values)
     if (values.empty() || isClosing) return;
     const EditorPlace first = placeOf(values.front());
     const bool isElsewhere = ui.page(first.page)->isHidden();
+    QPushButton *const focused = focusedButton();
     if (isElsewhere) ui.pages[first.page].button->click();
     if (first.page == PresetsPageIndex) {
         if (ui.table(first.subTab)->isHidden()) ui.subTabs[first.subTab].button->click();
         bankTables[first.subTab]->goTo(first.bank);
     }
-    if (isElsewhere && first.editor) first.editor->setFocus();
+    if (isElsewhere && !focused && first.editor) first.editor->setFocus();
     for (const Difference &value : values) {
         const EditorPlace place = placeOf(value);
         const bool isBeside =
