@@ -69,9 +69,13 @@ void DeviceController::searchDevice()
     const auto location = findUnit(portLister, stopRequested, timeouts.probe, timeouts.searchPause);
     if (!location) return;
     device = std::make_unique<KORA>(std::make_shared<Connection>(*location, timeouts.working));
+    const auto lastInfo = data ? data->deviceInfo.load() : nullptr;
     models.push_back(std::make_unique<DataFromDevice>());
     data = models.back().get();
     getDeviceInfo();
+    const auto info = data->deviceInfo.load();
+    if (!info || !lastInfo || *info != *lastInfo) listHandling = ListHandling::Unknown;
+    mergedPresets.clear();
     emit found(data);
 }
 
@@ -134,9 +138,15 @@ bool DeviceController::change(Snapshot<Record> &slot, Alter alter, Address... ad
         failure = QStringLiteral("Not read yet");
         return false;
     }
-    Record changed = *stored;
-    alter(changed);
-    store(slot, std::move(changed));
+    const RecordId id{kindOf<Record>, address...};
+    const auto changed = std::make_shared<Record>(*stored);
+    const int unanswered = device->unansweredCount();
+    if (const auto failed = caught([&] { alter(*changed); })) {
+        if (device->unansweredCount() != unanswered) tellSent(id, stored, Shared<Record>(changed), false);
+        fail(*failed);
+    }
+    slot.store(changed);
+    tellSent(id, stored, Shared<Record>(changed));
     return true;
 }
 

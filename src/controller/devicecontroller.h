@@ -10,6 +10,7 @@
 #include <QStringList>
 
 #include <atomic>
+#include <map>
 #include <memory>
 #include <vector>
 
@@ -92,6 +93,10 @@ signals:
     void updateFailed();
     /// Emitted during an upload whenever the percentage, 0 to 100, has grown.
     void updateProgress(int percent);
+    /// The unit has taken a change of this record, or may have taken it; not told by reads and by `makeStep`.
+    void recordChanged(const RecordChange &change);
+    /// Ends every `makeStep`, after the signals that announce the records and before `error`.
+    void stepMade(const StepReport &report);
     /// Emitted during a transfer after each record.
     void transferProgress(int done, int total);
     /// Ends every transfer, after the signals that announce the records.
@@ -184,6 +189,9 @@ public slots:
     void readRecords(const std::set<RecordId> &records);
     /// Writes what differs and reads it back, as `Transfer::write`; otherwise as `readRecords`.
     void writeRecords(const TransferOrder &order);
+    /// Makes changes again or takes them back, as one transfer: of the values in which the records before and after
+    /// differ, those become as after which the unit still holds as before. `stepMade` ends it.
+    void makeStep(const StepOrder &order);
 
 private:
     void report(const QString &message);
@@ -194,8 +202,8 @@ private:
     template <typename Record>
     void read(Snapshot<Record> DataFromDevice::*slot, std::unique_ptr<Record> (KORA::*operation)(),
               void (DeviceController::*announce)());
-    /// Lets `alter` work on a copy of the stored record, and stores the copy if it returns: it sets the new value and
-    /// sends the change. Returns whether there was a record; `address` is the record's on the unit.
+    /// Lets `alter` work on a copy of the stored record, and stores and tells the copy if it returns: it sets the new
+    /// value and sends the change. Returns whether there was a record; `address` is the record's on the unit.
     template <typename Record, typename Alter, typename... Address>
     bool change(Snapshot<Record> &slot, Alter alter, Address... address);
     template <typename Alter>
@@ -215,15 +223,45 @@ private:
     void changeRow(int row, int value, std::index_sequence<Row...> rows);
 
     // devicecontroller_transfer.cpp
-    void transfer(const UnitPart &present, const std::set<RecordId> &records,
-                  const std::function<Transfer::Outcome(Transfer &transfer, UnitPart &part)> &work);
-    void publish(const UnitPart &part, const std::set<RecordId> &records);
+    /// What a transfer wrote: what the unit held before, what was wanted, and the record whose last answer was lost.
+    struct Written
+    {
+        UnitPart before;
+        const UnitContent *wanted;
+        std::optional<RecordId> unclear;
+    };
+    Transfer::Watch transferWatch();
+    /// Reads records, or writes what is wanted.
+    void transfer(const UnitPart &present, const std::set<RecordId> &records, const UnitContent *wanted);
+    /// Stores and announces what is known of these records, and tells what was written.
+    void publish(const UnitPart &part, const std::set<RecordId> &records, const Written *written = nullptr);
+
+    // devicecontroller_history.cpp
+    /// Emits `recordChanged` for a change that was sent, or with records as the unit holds them.
+    void tellSent(const RecordId &id, const AnyRecord &before, const AnyRecord &after, bool isConfirmed = true);
+    void tellRead(const RecordId &id, const AnyRecord &before, const AnyRecord &after, bool isConfirmed = true);
+    /// The preset before and after a change, as a unit that merges lists holds it.
+    RecordChange::Versions mergedVersions(const RecordId &id, const Shared<PresetData> &before,
+                                          const Shared<PresetData> &after);
+    /// Reads the records of a step and writes what is to become of them.
+    Transfer::Outcome carryOut(const StepOrder &order, const std::set<RecordId> &records, UnitPart &part,
+                               StepReport &report);
+    /// Learns from a preset that was read how the unit handles lists.
+    void learnHandling(const RecordChange &change, const UnitContent &content);
 
     PortLister portLister;
     Timeouts timeouts;
     std::vector<std::unique_ptr<DataFromDevice>> models;  // the last one is `data`
     DataFromDevice *data = nullptr;
     std::unique_ptr<KORA> device;
+    /// What the model holds of a preset, and what a unit that merges lists holds then.
+    struct MergedPreset
+    {
+        Shared<PresetData> stored;
+        Shared<PresetData> merged;
+    };
+    std::map<RecordId, MergedPreset> mergedPresets;
+    ListHandling listHandling = ListHandling::Unknown;
     QString failure;
     bool isReadingFirst = false;
     std::atomic<bool> isSkippingReads = false;

@@ -20,6 +20,8 @@ void registerMetaTypes()
     qRegisterMetaType<TapTempoNote>();
     qRegisterMetaType<PresetExpressionPedal>();
     qRegisterMetaType<TransferReport>();
+    qRegisterMetaType<RecordChange>();
+    qRegisterMetaType<StepReport>();
     qRegisterMetaType<QVector<ControlChangeData>>();
     qRegisterMetaType<QVector<QString>>();
     qRegisterMetaType<QVector<int>>();

@@ -26,6 +26,8 @@ Q_DECLARE_METATYPE(TapTempoNote)
 Q_DECLARE_METATYPE(ControlChangeData)
 Q_DECLARE_METATYPE(PresetExpressionPedal)
 Q_DECLARE_METATYPE(TransferReport)
+Q_DECLARE_METATYPE(RecordChange)
+Q_DECLARE_METATYPE(StepReport)
 
 /// Registers them, so that queued connections can carry them. Every controller does it before anything is connected.
 void registerMetaTypes();

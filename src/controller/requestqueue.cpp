@@ -5,6 +5,8 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int lossesUntilGivenUp = 2;
@@ -40,6 +42,12 @@ void RequestQueue::change(Change change)
     startNext();
 }
 
+bool RequestQueue::isChanging() const
+{
+    const auto isChange = [](const Request &request) { return request.kind == Kind::Change; };
+    return (running && isChange(*running)) || std::ranges::any_of(waiting, isChange);
+}
+
 void RequestQueue::exclusive(Work work)
 {
     if (!connected) return;
@@ -72,7 +80,10 @@ void RequestQueue::found(const QString &identity, const Work &showIt)
     showIt();
     showingFound = false;
     std::deque<Request> back = std::exchange(held, {});
-    if (std::exchange(identityOfUnit, identity) != identity) giveUp(std::exchange(back, {}));
+    if (std::exchange(identityOfUnit, identity) != identity) {
+        emit otherUnit();
+        giveUp(std::exchange(back, {}));
+    }
     for (Request &request : back) {
         request.isResumed = true;
         waiting.push_back(std::move(request));
@@ -90,6 +101,7 @@ void RequestQueue::startNext()
         &controller, [unit = &controller, readFirst] { unit->setReadingFirst(readFirst); }, Qt::QueuedConnection);
     if (!running->work()) {
         giveUp({*std::exchange(running, std::nullopt)});
+        emit changeEnded(false);
         return startNext();
     }
     // The controller's slots run in the order of their calls, and so do the slots of their signals: when this comes
@@ -108,6 +120,7 @@ void RequestQueue::finished(const QString &failure)
     const Request request = std::move(*running);
     running.reset();
     const bool lostUnit = isLoss(failure);
+    if (request.kind == Kind::Change || request.kind == Kind::Exclusive) emit changeEnded(failure.isEmpty());
     if (request.kind == Kind::Read) {
         if (lostUnit)
             ++lostReads[request.words];

@@ -51,6 +51,8 @@ public:
 
     /// Whether nothing runs and nothing waits.
     bool isIdle() const { return !running && waiting.empty(); }
+    /// Whether a change runs or waits.
+    bool isChanging() const;
     /// Whether no unit has been found since the last one was lost.
     bool isSearching() const { return searching; }
     /// Whether another search comes before anything else, so that what is found now will not stay.
@@ -100,6 +102,10 @@ signals:
     /// A change was asked for without a unit.
     void dropped();
     void undelivered(const QStringList &changes);
+    /// A change or something exclusive is done, after all that it led to has been heard, or could not be made.
+    void changeEnded(bool accepted);
+    /// A unit was found that is not the last one.
+    void otherUnit();
 
 private:
     enum class Kind { Read, Change, Exclusive, Search };

@@ -1,8 +1,9 @@
 #pragma once
 
-#include "model/unitcontent.h"
+#include "model/recordchange.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <memory>
 #include <set>
@@ -22,4 +23,16 @@ struct TransferReport
     std::set<RecordId> written;
     QString failure;       ///< why the transfer ended early; empty when it did not fail
     bool stopped = false;  ///< whether the user ended it
+};
+
+/// Changes to be made again or taken back: from what each left to what is wanted.
+using StepOrder = std::vector<RecordChange>;
+
+/// What became of a step.
+struct StepReport
+{
+    QString failure;               ///< why it was not made, or not as a whole
+    bool stopped = false;          ///< whether the user ended it
+    std::vector<AnyRecord> found;  ///< what the unit held before, in the order of the changes; empty if not read
+    QStringList stayed;            ///< the places of values that somebody else has changed meanwhile
 };

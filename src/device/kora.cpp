@@ -42,8 +42,10 @@ std::string KORA::getErrorDescription(const SlaveFrame &response)
 
 SlaveFrame KORA::exchange(const MasterFrame &command)
 {
+    ++unanswered;
     *connection << command;
     SlaveFrame response = listen();
+    --unanswered;
     checkError(response);
     return response;
 }

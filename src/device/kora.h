@@ -38,6 +38,8 @@ public:
     std::string getErrorDescription(const SlaveFrame &response);
     /// Status number of the last checked response.
     int getLastErrorNumber() const { return lastErrorNumber; }
+    /// Exchanges so far that ended without an answer that could be read: nobody knows what the unit made of them.
+    int unansweredCount() const { return unanswered; }
     void checkConnection() {}
 
     // Every record and every setting by its row. The address is what the operations below take as well: nothing, a
@@ -192,4 +194,5 @@ private:
     Translator translator;
     Decorator decorator;
     std::int32_t lastErrorNumber = 0;
+    int unanswered = 0;
 };

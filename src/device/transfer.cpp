@@ -2,7 +2,6 @@
 
 #include "device/answerlength.h"
 #include "device/kora.h"
-#include "model/controlchanges.h"
 #include "model/values.h"
 #include "protocol/failure.h"
 
@@ -84,6 +83,13 @@ Transfer::Outcome Transfer::read(UnitPart &part, const std::set<RecordId> &recor
     });
 }
 
+Transfer::Outcome Transfer::readUnknown(UnitPart &part, const std::set<RecordId> &records)
+{
+    std::set<RecordId> unknown;
+    std::ranges::set_difference(records, part.records, std::inserter(unknown, unknown.end()));
+    return unknown.empty() ? Outcome() : read(part, unknown);
+}
+
 /// Makes one record of the unit as wanted, exchange by exchange; what was accepted is taken over into the present one.
 class Transfer::Writer
 {
@@ -119,12 +125,24 @@ private:
         present = wanted;
     }
 
+    void writeLists(PresetData &present, const std::vector<std::vector<ControlChangeData>> &lists,
+                    FootswitchType function)
+    {
+        for (const auto &list : lists) {
+            send([&] { unit.changeControlChangeData(id.number, id.preset, list, function); });
+            present.controlChanges = list;
+        }
+    }
+    void writeExactList(PresetData &present, const PresetData &wanted);
+
     template <typename Exchange>
     void send(Exchange exchange)
     {
         transfer.goOn(outcome);
         transfer.touched.insert(id);  // also if it fails: then nobody knows what the unit holds until it is read
+        outcome.unclear = id;
         exchange();
+        outcome.unclear.reset();
         outcome.written.insert(id);
     }
 
@@ -145,6 +163,26 @@ private:
     const RecordId id;
 };
 
+void Transfer::Writer::writeExactList(PresetData &present, const PresetData &wanted)
+{
+    ListHandling &handling = *transfer.handling;
+    const std::vector<ControlChangeData> &target = wanted.controlChanges;
+    if (handling == ListHandling::Unknown && living(present.controlChanges) != living(target)) {
+        auto lists = controlChangeLists(present.controlChanges, target);
+        if (lists.empty()) lists = {target};  // sends the same
+        std::vector<ControlChangeData> mergedList = present.controlChanges;
+        for (const auto &list : lists)
+            mergedList = merged(std::move(mergedList), list);
+        writeLists(present, lists, wanted.footswitchFunction);
+        readInto(present, unit, id);
+        const auto held = living(present.controlChanges);
+        const bool isReplaced = held == living(lists.back());
+        if (isReplaced != (held == living(mergedList)))
+            handling = isReplaced ? ListHandling::Replaces : ListHandling::Merges;
+    }
+    writeLists(present, exactLists(present.controlChanges, target, handling), wanted.footswitchFunction);
+}
+
 void Transfer::Writer::write(PresetData &present, const PresetData &wanted)
 {
     const int bank = id.number, preset = id.preset;
@@ -156,17 +194,17 @@ void Transfer::Writer::write(PresetData &present, const PresetData &wanted)
          [&] { unit.changeLoopType(wanted.bufferLoop, wanted.loops, bank, preset, function); });
     std::tie(present.bufferLoop, present.loops) = loops;
     make(present.switches, wanted.switches, [&] { unit.changeSwitchType(wanted.switches, bank, preset, function); });
-    for (auto &list : controlChangeLists(present.controlChanges, wanted.controlChanges)) {
-        send([&] { unit.changeControlChangeData(bank, preset, list, function); });
-        present.controlChanges = std::move(list);
-    }
+    if (transfer.handling)
+        writeExactList(present, wanted);
+    else
+        writeLists(present, controlChangeLists(present.controlChanges, wanted.controlChanges), function);
     for (std::size_t slot = 0; slot < wanted.programChanges.size(); ++slot)
         make(present.programChanges[slot], wanted.programChanges[slot], [&] {
             unit.changeProgramValue(bank, preset, static_cast<int>(slot), wanted.programChanges[slot], function);
         });
-    // A pedal that controls nothing may read as 0; written it is none.
-    const auto written = [](PresetExpressionPedal pedal) {
-        if (rowOf<&PresetExpressionPedal::controllerNumber>().range.isNone(pedal.controllerNumber))
+    // A pedal that controls nothing may read as 0; written it is none, unless all is to become as it was.
+    const auto written = [isExact = transfer.handling.has_value()](PresetExpressionPedal pedal) {
+        if (!isExact && rowOf<&PresetExpressionPedal::controllerNumber>().range.isNone(pedal.controllerNumber))
             pedal.controllerNumber = none;
         return pedal;
     };
@@ -178,10 +216,7 @@ void Transfer::Writer::write(PresetData &present, const PresetData &wanted)
 Transfer::Outcome Transfer::write(UnitPart &present, const UnitContent &wanted, const std::set<RecordId> &records)
 {
     const Connection::Hold hold = unit.hold();
-    std::set<RecordId> unknown;
-    std::ranges::set_difference(records, present.records, std::inserter(unknown, unknown.end()));
-    if (!unknown.empty())
-        if (Outcome outcome = read(present, unknown); outcome.failure || outcome.stopped) return outcome;
+    if (Outcome outcome = readUnknown(present, records); outcome.failure || outcome.stopped) return outcome;
 
     const std::size_t total = 2 * records.size();
     done = 0;
@@ -203,6 +238,7 @@ Transfer::Outcome Transfer::write(UnitPart &present, const UnitContent &wanted, 
     const auto unread = caught([&] {
         for (const RecordId &id : touched) {
             readRecord(present, id);
+            if (outcome.unclear == id) outcome.unclear.reset();
             advance(total);
         }
     });

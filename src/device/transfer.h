@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/controlchanges.h"
 #include "model/unitcontent.h"
 
 #include <functional>
@@ -28,6 +29,8 @@ public:
         std::optional<std::string> failure;  ///< what the exchange failed with that ended the transfer
         bool stopped = false;
         std::set<RecordId> written;  ///< records of which the unit has accepted at least one value
+        /// Of this record the unit may hold wanted values that `present` does not tell: the last answer was lost.
+        std::optional<RecordId> unclear;
     };
 
     explicit Transfer(KORA &connectedUnit);
@@ -35,6 +38,14 @@ public:
 
     /// Reads records into `part`, each as it arrives.
     Outcome read(UnitPart &part, const std::set<RecordId> &records);
+    /// Reads those that `part` does not know.
+    Outcome readUnknown(UnitPart &part, const std::set<RecordId> &records);
+
+    /// From now on `write` makes presets exactly as wanted, not only what they do: lists of control changes in their
+    /// order, a pedal's controller that may read as 0. How the unit handles lists it finds out, if it is not known.
+    void makeExact(ListHandling knownHandling) { handling = knownHandling; }
+    /// How the unit handles lists, as far as that is known.
+    ListHandling listHandling() const { return handling.value_or(ListHandling::Unknown); }
 
     /// Makes the unit hold these records as in `wanted`. Only what differs from `present`, what the unit holds now, is
     /// sent: a setting at a time, a preset's function first; never what is set on the unit itself. What `present` does
@@ -55,6 +66,7 @@ private:
 
     KORA &unit;
     Watch watch;
+    std::optional<ListHandling> handling;  ///< set when presets are made exact
     int done = 0;
     std::set<RecordId> touched;  ///< what has to be read back
 };

@@ -20,6 +20,42 @@ std::vector<ControlChangeData> withoutRest(const std::vector<ControlChangeData> 
     return records;
 }
 
+bool isForSameController(const ControlChangeData &one, const ControlChangeData &other)
+{
+    return one.midiDeviceNumber == other.midiDeviceNumber && one.controllerNumber == other.controllerNumber;
+}
+
+/// The lists that make a unit which merges hold `wanted` in its order: what is out of order goes and comes again in one
+/// and the same list.
+std::vector<std::vector<ControlChangeData>> mergingLists(std::vector<ControlChangeData> held,
+                                                         const std::vector<ControlChangeData> &wanted)
+{
+    std::vector<std::vector<ControlChangeData>> lists(1);
+    const auto send = [&](const std::vector<ControlChangeData> &records) {
+        if (lists.back().size() + records.size() > maxControlChanges) lists.emplace_back();
+        lists.back().insert(lists.back().end(), records.begin(), records.end());
+        held = merged(std::move(held), records);
+    };
+    const auto drop = [](const ControlChangeData &record) {
+        return ControlChangeData(record.midiDeviceNumber, record.controllerNumber, inactiveValue);
+    };
+    for (const ControlChangeData &record : std::vector(held))
+        if (std::ranges::none_of(wanted, [&](const auto &other) { return isForSameController(record, other); }))
+            send({drop(record)});
+    std::size_t inOrder = 0;
+    for (const ControlChangeData &record : wanted) {
+        const bool isInPlace = inOrder < held.size() && isForSameController(held[inOrder], record);
+        if (!isInPlace)
+            send({drop(record), record});
+        else if (held[inOrder].value != record.value)
+            send({record});
+        ++inOrder;
+    }
+    for (auto &list : lists)
+        fillUp(list);
+    return lists;
+}
+
 }  // namespace
 
 Messages messagesOf(const std::vector<ControlChangeData> &list)
@@ -86,4 +122,35 @@ std::vector<std::vector<ControlChangeData>> controlChangeLists(const std::vector
     for (auto &list : lists)
         fillUp(list);
     return lists;
+}
+
+std::vector<ControlChangeData> living(std::vector<ControlChangeData> list)
+{
+    std::erase_if(list, [](const ControlChangeData &record) { return record.value == inactiveValue; });
+    return list;
+}
+
+std::vector<ControlChangeData> merged(std::vector<ControlChangeData> held,
+                                      const std::vector<ControlChangeData> &written)
+{
+    for (const ControlChangeData &record : written) {
+        const auto isMet = [&](const ControlChangeData &other) { return isForSameController(record, other); };
+        const auto met = std::ranges::find_if(held, isMet);
+        if (record.value == inactiveValue)
+            std::erase_if(held, isMet);
+        else if (met != held.end())
+            met->value = record.value;
+        else
+            held.push_back(record);
+    }
+    return held;
+}
+
+std::vector<std::vector<ControlChangeData>> exactLists(const std::vector<ControlChangeData> &present,
+                                                       const std::vector<ControlChangeData> &wanted,
+                                                       ListHandling handling)
+{
+    if (living(present) == living(wanted) || handling == ListHandling::Unknown) return {};
+    if (handling == ListHandling::Replaces) return {wanted};
+    return wanted == merged({}, wanted) ? mergingLists(present, wanted) : controlChangeLists(present, wanted);
 }

@@ -29,3 +29,21 @@ void fillUp(std::vector<ControlChangeData> &list);
 /// what stays, so that the unit sends what stands in it, whether it merges or not.
 std::vector<std::vector<ControlChangeData>> controlChangeLists(const std::vector<ControlChangeData> &present,
                                                                const std::vector<ControlChangeData> &wanted);
+
+/// A list without the records that send nothing, which a unit may or may not keep.
+std::vector<ControlChangeData> living(std::vector<ControlChangeData> list);
+
+/// What a unit does with the lists that it is sent.
+enum class ListHandling { Unknown, Replaces, Merges };
+
+/// What a unit that merges holds after `written` was sent to it: each record replaces, adds or (with the inactive
+/// value) drops its controller.
+std::vector<ControlChangeData> merged(std::vector<ControlChangeData> held,
+                                      const std::vector<ControlChangeData> &written);
+
+/// The lists that make a unit which holds `present` and handles lists so hold exactly what lives in `wanted`, in its
+/// order; none if the handling is unknown. Where a unit that merges can hold no such list, what it sends is right.
+/// After each of the lists a controller is sent either the present or the wanted value.
+std::vector<std::vector<ControlChangeData>> exactLists(const std::vector<ControlChangeData> &present,
+                                                       const std::vector<ControlChangeData> &wanted,
+                                                       ListHandling handling);

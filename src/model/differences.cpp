@@ -1,8 +1,8 @@
 #include "model/differences.h"
 
-#include "model/places.h"
-
 #include <QStringList>
+
+#include <algorithm>
 
 namespace {
 
@@ -16,16 +16,8 @@ QString counted(std::size_t count, const char *one, const char *many)
 std::vector<Difference> differences(const UnitContent &from, const UnitContent &to, const std::set<RecordId> &records)
 {
     std::vector<Difference> found;
-    for (const RecordId &id : records) {
-        const auto compare = [&](const ValuePlace &place, const auto &row, const auto &held, const auto &wanted) {
-            if (isSame(held, wanted, row.range)) return;
-            found.push_back({id, place.id, places::value(id, place), textOf(held, row.range), textOf(wanted, row.range),
-                             isWritable(row, wanted), row.readOnly});
-        };
-        visitRecords(from, to, id, [&](const auto &held, const auto &wanted) {
-            if (held != wanted) forEachValue(compare, held, wanted);
-        });
-    }
+    for (const RecordId &id : records)
+        visitRecords(from, to, id, [&](const auto &held, const auto &wanted) { compare(id, held, wanted, found); });
     return found;
 }
 
@@ -38,15 +30,15 @@ void apply(const Difference &difference, UnitContent &target, const UnitContent 
                  [&](auto &held, const auto &wanted) { forEachValue(take, held, wanted); });
 }
 
-QString summaryOf(const std::vector<Difference> &differences)
+namespace {
+
+/// "12 banks, 2 MIDI devices, global settings"
+QString partsOf(const std::vector<Difference> &differences)
 {
     using Kind = RecordId::Kind;
-    std::size_t count = 0;
     std::set<int> banks, midiDevices;
     QStringList parts;
     for (const Difference &difference : differences) {
-        if (!difference.writable) continue;
-        ++count;
         const RecordId &id = difference.record;
         QString part;
         switch (id.kind) {
@@ -74,8 +66,27 @@ QString summaryOf(const std::vector<Difference> &differences)
         }
         if (!part.isEmpty() && !parts.contains(part)) parts << part;
     }
-    if (count == 0) return QStringLiteral("No value differs");
     if (!midiDevices.empty()) parts.prepend(counted(midiDevices.size(), "MIDI device", "MIDI devices"));
     if (!banks.empty()) parts.prepend(counted(banks.size(), "bank", "banks"));
-    return counted(count, "value differs in ", "values differ in ") + parts.join(QStringLiteral(", "));
+    return parts.join(QStringLiteral(", "));
+}
+
+}  // namespace
+
+QString summaryOf(const std::vector<Difference> &differences)
+{
+    std::vector<Difference> written = differences;
+    std::erase_if(written, [](const Difference &difference) { return !difference.writable; });
+    if (written.empty()) return QStringLiteral("No value differs");
+    return counted(written.size(), "value differs in ", "values differ in ") + partsOf(written);
+}
+
+QString changeWords(const std::vector<Difference> &differences)
+{
+    const Difference &first = differences.front();
+    if (differences.size() == 1) return QStringLiteral("%1  %2 -> %3").arg(first.place, first.from, first.to);
+    const bool inOneRecord = std::ranges::all_of(
+        differences, [&](const Difference &difference) { return difference.record == first.record; });
+    return counted(differences.size(), "value in ", "values in ") +
+           (inOneRecord ? places::record(first.record) : partsOf(differences));
 }

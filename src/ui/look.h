@@ -26,7 +26,8 @@ inline const QString cellColor = QStringLiteral("#000000");
 inline const QString acceptColor = QStringLiteral("#00ab00");
 inline const QString rejectColor = QStringLiteral("#ab0000");
 inline const QString selectionColor = QStringLiteral("#828282");
-inline const QString focusColor = QStringLiteral("#ffffff");  ///< stands out from every ground and function colour
+inline const QString undoneColor = QStringLiteral("#a0a0a0");  ///< of text that does not count at present
+inline const QString focusColor = QStringLiteral("#ffffff");   ///< stands out from every ground and function colour
 
 /// The windows' layout is fixed in pixels for text of one pixel a point, so text takes its point size in pixels,
 /// whatever resolution the desktop reports.

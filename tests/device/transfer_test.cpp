@@ -11,19 +11,10 @@ namespace {
 
 using Kind = RecordId::Kind;
 
-/// Some of each kind.
-const std::set<RecordId> chosen = [] {
-    std::set<RecordId> records = recordsOfBank(0);
-    records.merge(recordsOfBank(99));
-    records.insert({{Kind::Settings}, {Kind::MidiIn}, {Kind::ExpressionPedal}, {Kind::SwitchOuts}});
-    records.insert({{Kind::MidiDevice, 1}, {Kind::MidiDevice, 10}});
-    return records;
-}();
-
-/// Gives the chosen records new values: some stay as they are, and lists may have all that a list may have.
+/// Gives some records new values: some stay as they are, and lists may have all that a list may have.
 void alter(UnitContent &content, RandomContent &random)
 {
-    for (const RecordId &id : chosen)
+    for (const RecordId &id : someRecords)
         random.alter(content, id, random.number(0, 2) * 0.5);
     static constexpr std::uint8_t devices[] = {1, 10, 77}, values[] = {0, 127, toggleValue, inactiveValue};
     for (const std::size_t bank : {0U, 99U})
@@ -36,7 +27,8 @@ void alter(UnitContent &content, RandomContent &random)
         }
 }
 
-std::set<RecordId> differing(const UnitContent &one, const UnitContent &other, const std::set<RecordId> &among = chosen)
+std::set<RecordId> differing(const UnitContent &one, const UnitContent &other,
+                             const std::set<RecordId> &among = someRecords)
 {
     std::set<RecordId> records;
     for (const Difference &difference : differences(one, other, among))
@@ -60,13 +52,13 @@ void tryToWrite(const Fault &fault, bool stops, MidiLists lists, unsigned seed)
     unit.setMidiLists(lists);
     auto kora = handleOf(unit, fault.kind == Fault::Kind::Silence ? 200 : 2000);
     UnitPart present;
-    ASSERT_FALSE(Transfer(*kora).read(present, chosen).failure);
+    ASSERT_FALSE(Transfer(*kora).read(present, someRecords).failure);
 
     int exchanges = random.number(0, 80), left = 0;
     unit.queueFault(fault, static_cast<std::size_t>(exchanges));
     const Transfer::Watch watch{[&](int done, int total) { EXPECT_GE(left = total - done, 0); },
                                 [&] { return stops && exchanges-- == 0; }};
-    const auto outcome = Transfer(*kora, watch).write(present, wanted, chosen);
+    const auto outcome = Transfer(*kora, watch).write(present, wanted, someRecords);
     const bool isRefused = fault.kind == Fault::Kind::ErrorStatus, isFailure = fault.kind != Fault::Kind::None;
     EXPECT_EQ(outcome.stopped, stops);
     EXPECT_EQ(outcome.failure.has_value(), isFailure) << outcome.failure.value_or("");
@@ -83,10 +75,10 @@ void tryToWrite(const Fault &fault, bool stops, MidiLists lists, unsigned seed)
     unit.plugIn();
     kora = handleOf(unit);
     UnitPart unknown;
-    Transfer(*kora).write(unknown, held, chosen);
+    Transfer(*kora).write(unknown, held, someRecords);
     EXPECT_TRUE(differing(unit.memory(), held, allRecords()).empty());
     unit.recordRequests();
-    EXPECT_TRUE(Transfer(*kora).write(unknown, held, chosen).written.empty() && unit.takeRequests().empty());
+    EXPECT_TRUE(Transfer(*kora).write(unknown, held, someRecords).written.empty() && unit.takeRequests().empty());
 }
 
 }  // namespace

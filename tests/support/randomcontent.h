@@ -4,6 +4,18 @@
 
 #include <random>
 
+/// Some of each kind.
+inline const std::set<RecordId> someRecords = [] {
+    std::set<RecordId> records = recordsOfBank(0);
+    records.merge(recordsOfBank(99));
+    records.insert({{RecordId::Kind::Settings},
+                    {RecordId::Kind::MidiIn},
+                    {RecordId::Kind::ExpressionPedal},
+                    {RecordId::Kind::SwitchOuts}});
+    records.insert({{RecordId::Kind::MidiDevice, 1}, {RecordId::Kind::MidiDevice, 10}});
+    return records;
+}();
+
 /// Makes contents at random, for tests that must hold with any.
 class RandomContent
 {

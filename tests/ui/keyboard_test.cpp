@@ -1,5 +1,6 @@
 #include "ui/dialogs/aboutwindow.h"
 #include "ui/dialogs/controllerlistwindow.h"
+#include "ui/dialogs/historydialog.h"
 #include "ui/dialogs/installdriverswindow.h"
 #include "ui/dialogs/midieditorwindow.h"
 #include "ui/editor.h"
@@ -172,6 +173,7 @@ TEST(KeyboardInDialogs, TabReachesEverythingOnlyOkAcceptsAndEscapeRejects)
     InstallDriversWindow drivers;
     ControllerListWindow list(device, 0, nullptr);
     MidiEditorWindow editor(PresetData(), device, 0, nullptr);
+    HistoryDialog history({"ONE", "TWO"}, 1, nullptr);
     const struct
     {
         QDialog *dialog;
@@ -187,6 +189,10 @@ TEST(KeyboardInDialogs, TabReachesEverythingOnlyOkAcceptsAndEscapeRejects)
          {"pushButton_closeWindow", "pushButton_installDrivers"},
          "pushButton_closeWindow",
          QDialog::Rejected},
+        {&history,
+         {"listWidget_history", "pushButton_goTo", "pushButton_cancel"},
+         "listWidget_history",
+         QDialog::Accepted},
         {&list, controllers + answers, "pushButton_ok", QDialog::Accepted},
         {&editor, choices + values + answers, "pushButton_ok", QDialog::Accepted},
     };

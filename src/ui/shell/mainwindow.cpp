@@ -44,7 +44,8 @@ QString undeliveredText(const QStringList &changes)
 MainWindow::MainWindow(PortLister listPorts, QWidget *parent, DeviceController::Timeouts timeouts)
     : QMainWindow(parent, Qt::Window | Qt::FramelessWindowHint | Qt::WindowTitleHint | Qt::CustomizeWindowHint),
       controller(std::make_unique<DeviceController>(std::move(listPorts))), requests(*controller, this),
-      aboutWindow(nullptr), guideWindow(nullptr), installDriversWindow(nullptr), ui(this), drag(dragHeight)
+      history(*controller, requests), aboutWindow(nullptr), guideWindow(nullptr), installDriversWindow(nullptr),
+      ui(this), drag(dragHeight)
 {
     setWindowIcon(look::icon("ico"));
     connectButtons();
@@ -131,6 +132,7 @@ void MainWindow::makeController()
     connect(unit, &DeviceController::found, this, &MainWindow::deviceFound);
     connect(unit, &DeviceController::error, this, &MainWindow::gotError);
     connectTabs();
+    connectHistory();
     connect(this, &MainWindow::connected, unit, &DeviceController::releaseSuperseded);
     connect(&requests, &RequestQueue::dropped, this, &MainWindow::showStored);
     connect(&requests, &RequestQueue::undelivered, this, &MainWindow::tellUndelivered);
@@ -147,6 +149,7 @@ void MainWindow::showDisconnected()
     ui.label_deviceStatus->setCursor(Qt::PointingHandCursor);  // the words open the same help as the plug
     files->setEnabled(false);
     ui.label_deviceFirmware->clear();
+    showHistory();
 }
 
 void MainWindow::deviceFound(DataFromDevice *newData)
@@ -167,6 +170,7 @@ void MainWindow::deviceFound(DataFromDevice *newData)
         requestOtherBanks();
         requestShownSettings();
     });
+    showHistory();
 }
 
 void MainWindow::gotError(const QString &message)
@@ -209,13 +213,6 @@ void MainWindow::showStored()
 void MainWindow::on_pushButton_connection_clicked()
 {
     if (!isConnected()) installDriversWindow.exec();
-}
-
-bool MainWindow::eventFilter(QObject *watched, QEvent *event)
-{
-    const bool isHelp = watched == ui.label_deviceStatus && event->type() == QEvent::MouseButtonPress && !isConnected();
-    if (isHelp) on_pushButton_connection_clicked();
-    return isHelp;
 }
 
 // --- Pages

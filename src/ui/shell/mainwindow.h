@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controller/devicecontroller.h"
+#include "controller/history.h"
 #include "controller/requestqueue.h"
 #include "ui/dialogs/aboutwindow.h"
 #include "ui/dialogs/guidewindow.h"
@@ -141,18 +142,21 @@ public slots:
     void switchOut5Changed(int index);
     void switchOut6Changed(int index);
 
+    /// Keys for undo and redo are the window's, except in a text edit that is being changed. The words DEVICE
+    /// DISCONNECTED open the same help as the plug.
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 protected:
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
-    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     /// A box of a global setting, and how it shows what the model holds.
     struct SettingBox
     {
-        int record;  ///< in the order of `GlobalRecords`
+        SettingId id;
         ComboBox *box;
         std::optional<int> (*shownItem)(const DataFromDevice &model);  ///< nothing until the record is read
     };
@@ -221,9 +225,34 @@ private:
     void showTransfer(const QString &text);
     void hideTransfer();
 
+    // mainwindow_history.cpp: undo and redo
+    void connectHistory();
+    /// Whether the user may undo and redo now.
+    bool canChange() const { return isConnected() && !isVeiled; }
+    void showHistory();
+    /// The button for undo or redo, if it has the focus.
+    QPushButton *focusedButton() const;
+    void openHistory();
+    /// Shows the page, sub-tab and bank of the first value, and lights up where it and those beside it stand.
+    void showValues(const std::vector<Difference> &values);
+    /// Where a value is edited.
+    struct EditorPlace
+    {
+        PageIndex page;
+        SubTabIndex subTab;  ///< of the presets page
+        int bank;            ///< of the presets page
+        QWidget *editor;
+    };
+    EditorPlace placeOf(const Difference &value) const;
+    EditorPlace placeOfBank(const Difference &value) const;
+    std::pair<SubTabIndex, int> columnOfPreset(const Difference &value) const;
+    std::size_t shownSubTab() const;
+    void tellStayed(const QStringList &places);
+
     QThread workerThread{this};
     std::unique_ptr<DeviceController> controller;  // lives on the worker thread
     RequestQueue requests;
+    History history;
     AboutWindow aboutWindow;
     GuideWindow guideWindow;
     InstallDriversWindow installDriversWindow;
@@ -249,5 +278,7 @@ private:
     DataFromDevice *data = nullptr;  // the controller's; null until a unit was found
     QPointer<QWidget> focusBeforeVeil;
     bool isUploading = false;
+    bool isVeiled = false;
+    bool isStepVeiled = false;  // by a step of the history
     bool isClosing = false;
 };

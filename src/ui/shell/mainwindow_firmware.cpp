@@ -80,6 +80,8 @@ void MainWindow::hideBusy()
 
 void MainWindow::setVeiled(bool veiled)
 {
+    isVeiled = veiled;
+    showHistory();
     if (veiled) focusBeforeVeil = focusWidget();
     ui.label_loading->setVisible(veiled);
     ui.pushButton_menu->setDisabled(veiled);

@@ -9,7 +9,7 @@ ComboBox *MainWindow::addSetting(SettingsPage &page, const char *objectName, con
     using Record = RecordOf<Member>;
     constexpr auto row = rowOf<Member>();
     ComboBox *const box = page.add(QLatin1String(row.name), QLatin1String(objectName), itemsOf<Member>(), help);
-    settingBoxes.push_back({indexOf<Record, GlobalRecords>(), box, [](const DataFromDevice &model) {
+    settingBoxes.push_back({settingId<Member>(), box, [](const DataFromDevice &model) {
                                 const auto record = (model.*globalSlot<Record>).load();
                                 return record ? std::optional(itemOf<Member>(*record.*Member)) : std::nullopt;
                             }});
@@ -222,7 +222,7 @@ void MainWindow::showGlobal()
 {
     if (!data) return;
     for (const SettingBox &setting : settingBoxes)
-        if (setting.record == indexOf<Record, GlobalRecords>())
+        if (setting.id.record == indexOf<Record, GlobalRecords>())
             if (const auto item = setting.shownItem(*data)) setting.box->showStored(*item);
 }
 

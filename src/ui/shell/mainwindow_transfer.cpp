@@ -10,12 +10,7 @@
 
 void MainWindow::makeUnitFiles(QMenu &backup, QMenu &restore, QMenu &reset)
 {
-    const auto shownBank = [this] {
-        std::size_t shown = 0;  // also while another page covers it
-        while (shown + 1 < SubTabCount && ui.subTabs[shown].table->isHidden())
-            ++shown;
-        return bankTables[shown]->currentBank();
-    };
+    const auto shownBank = [this] { return bankTables[shownSubTab()]->currentBank(); };
     files = std::make_unique<UnitFiles>(requests, *controller,
                                         UnitFiles::Window{this, shownBank,
                                                           [this](const QString &text) { showTransfer(text); },
@@ -28,6 +23,14 @@ void MainWindow::makeUnitFiles(QMenu &backup, QMenu &restore, QMenu &reset)
                 progress->setMaximum(total);
                 progress->setValue(done);
             });
+}
+
+std::size_t MainWindow::shownSubTab() const
+{
+    std::size_t shown = 0;  // also while another page covers it
+    while (shown + 1 < SubTabCount && ui.subTabs[shown].table->isHidden())
+        ++shown;
+    return shown;
 }
 
 void MainWindow::showTransfer(const QString &text)

@@ -50,6 +50,21 @@ QTableWidget *makeTable(QWidget *parent, const char *name, const QRect &place, i
     return table;
 }
 
+/// An icon that pales while its button is disabled.
+QIcon palingIcon(const QString &path)
+{
+    QIcon icon(path);
+    const QPixmap drawing(path);
+    QPixmap pale(drawing.size());
+    pale.fill(Qt::transparent);
+    QPainter painter(&pale);
+    painter.setOpacity(0.3);
+    painter.drawPixmap(0, 0, drawing);
+    painter.end();
+    icon.addPixmap(pale, QIcon::Disabled);
+    return icon;
+}
+
 /// Text that reads from bottom to top, as an icon of this size; the text starts at `originX` on the turned ground.
 QIcon verticalText(const QString &text, const QSize &size, int originX)
 {
@@ -85,6 +100,13 @@ void MainWindowForm::makeTopBand()
 {
     pushButton_logo = makePlainButton(body, "pushButton_logo", {16, 10, 210, 68}, QStringLiteral("transparent"));
     look::makeIconButton(pushButton_logo, look::icon("logo"), {200, 64}, QObject::tr("About this program"));
+
+    pushButton_undo = makePlainButton(body, "pushButton_undo", {758, 30, 32, 32}, look::pageColor);
+    look::makeIconButton(pushButton_undo, palingIcon(QStringLiteral(":/images/undo.png")), {20, 20},
+                         QObject::tr("Undo"));
+    pushButton_redo = makePlainButton(body, "pushButton_redo", {796, 30, 32, 32}, look::pageColor);
+    look::makeIconButton(pushButton_redo, palingIcon(QStringLiteral(":/images/redo.png")), {20, 20},
+                         QObject::tr("Redo"));
 
     pushButton_connection =
         makePlainButton(body, "pushButton_connection", {846, 24, 44, 44}, QStringLiteral("transparent"));

@@ -45,6 +45,8 @@ public:
 
     // Top band
     QPushButton *pushButton_logo;
+    QPushButton *pushButton_undo;
+    QPushButton *pushButton_redo;
     QPushButton *pushButton_connection;
     QLabel *label_deviceStatus;
     QLabel *label_deviceFirmware;

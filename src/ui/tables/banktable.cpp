@@ -50,6 +50,8 @@ void BankTable::place(int place, int column, QWidget *editor)
     table->setCellWidget(firstRow + place, column, editor);
 }
 
+QWidget *BankTable::editor(int place, int column) const { return table->cellWidget(firstRow + place, column); }
+
 QVector<look::Column> BankTable::presetColumns(int nameWidth)
 {
     return {{"B", 35}, {"P", 35}, {"BANK NAME", nameWidth}, {"PRESET NAME", nameWidth}};

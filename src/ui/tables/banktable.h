@@ -32,6 +32,10 @@ public:
     int currentBank() const { return shown.number(); }
     /// Shows the bank that was chosen elsewhere; it is asked for only where it has not been read.
     void follow(int bank);
+    /// Shows a bank, 0 to 99.
+    void goTo(int bank) { changeBank(bank); }
+    /// The editor of preset (or pad) `place` in a column.
+    QWidget *editor(int place, int column) const;
     /// Asks for the shown bank; nothing without a unit.
     void requestBank();
     /// Asks again for the shown bank if it could not be read.

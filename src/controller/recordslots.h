@@ -1,0 +1,49 @@
+#pragma once
+
+#include "model/datafromdevice.h"
+#include "model/recordchange.h"
+
+/// Calls `visit` with the model's slot for a record.
+template <typename Visit>
+void visitSlot(DataFromDevice &model, const RecordId &id, const Visit &visit)
+{
+    const auto number = static_cast<std::size_t>(id.number);
+    switch (id.kind) {
+    case RecordId::Kind::DeviceInfo:
+        return visit(model.deviceInfo);
+    case RecordId::Kind::Settings:
+        return visit(model.settings);
+    case RecordId::Kind::MidiIn:
+        return visit(model.midiInData);
+    case RecordId::Kind::ExpressionPedal:
+        return visit(model.expressionPedalData);
+    case RecordId::Kind::SwitchOuts:
+        return visit(model.switchOutData);
+    case RecordId::Kind::MidiDevice:
+        return visit(model.midiDevices.at(number - 1));
+    case RecordId::Kind::Bank:
+        return visit(model.bankData.at(number));
+    case RecordId::Kind::Preset:
+        return visit(model.presetData.at(number).at(static_cast<std::size_t>(id.preset)));
+    }
+}
+
+/// The record that `id` names, for whoever knows its type.
+template <typename Record, typename Content>
+auto &recordOf(Content &content, const RecordId &id)
+{
+    using Result = std::conditional_t<std::is_const_v<Content>, const Record, Record>;
+    return *visitRecord(content, id, []<typename Found>(Found &found) -> Result * {
+        if constexpr (std::is_same_v<std::remove_const_t<Found>, Record>)
+            return &found;
+        else
+            return nullptr;
+    });
+}
+
+/// The record as one that may be kept: `held` itself if it is the same.
+template <typename Record>
+Shared<Record> sharedOr(const Shared<Record> &held, const Record &record)
+{
+    return held && *held == record ? held : std::make_shared<const Record>(record);
+}

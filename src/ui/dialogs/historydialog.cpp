@@ -1,0 +1,74 @@
+#include "ui/dialogs/historydialog.h"
+
+#include "model/datafromdevice.h"
+#include "ui/look.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr QSize answerSize(120, 32);
+constexpr QSize dialogSize(760, 520);
+
+QString listStyle()
+{
+    return QStringLiteral("QListWidget { background-color: %1; color: white; border: 1px solid %1; outline: none; }\n"
+                          "QListWidget:focus { border: 1px solid %2; }\n"
+                          "QListWidget::item { padding: 4px; }\n"
+                          "QListWidget::item:selected { background-color: %3; color: white; }\n")
+        .arg(look::pageColor, look::focusColor, look::selectionColor);
+}
+
+}  // namespace
+
+HistoryDialog::HistoryDialog(const QStringList &steps, int position, QWidget *parent)
+    : FramelessDialog(QStringLiteral("HistoryDialog"), parent), list(new QListWidget(this))
+{
+    resize(dialogSize);
+    QLabel *const title =
+        makeLabel(QStringLiteral("label_history"), QStringLiteral("HISTORY"), DataFromDevice::fontSettingsLabel);
+    list->setObjectName(QStringLiteral("listWidget_history"));
+    list->setAccessibleName(tr("History"));
+    list->setStyleSheet(listStyle());
+    list->setFont(look::pixelFont(DataFromDevice::fontTableContent));
+    list->setUniformItemSizes(true);
+    for (int made = steps.size(); made >= 0; --made) {
+        const QString words = made > 0 ? steps[made - 1] : tr("BEFORE ALL CHANGES");
+        auto *item = new QListWidgetItem(made == position ? tr("NOW:  ") + words : words, list);
+        QFont font = list->font();
+        font.setBold(made == position);
+        item->setFont(font);
+        if (made > position) item->setForeground(QColor(look::undoneColor));
+    }
+    list->setCurrentRow(steps.size() - position);
+    connect(list, &QListWidget::itemActivated, this, &HistoryDialog::on_pushButton_goTo_clicked);
+
+    QPushButton *const goTo = makeButton(QStringLiteral("pushButton_goTo"), QStringLiteral("GO TO"), look::acceptColor);
+    connect(goTo, &QPushButton::clicked, this, &HistoryDialog::on_pushButton_goTo_clicked);
+    QPushButton *const cancel =
+        makeButton(QStringLiteral("pushButton_cancel"), QStringLiteral("CANCEL"), look::rejectColor);
+    connect(cancel, &QPushButton::clicked, this, &HistoryDialog::on_pushButton_cancel_clicked);
+    auto *answers = new QHBoxLayout;
+    answers->addStretch();
+    for (QPushButton *const button : {goTo, cancel}) {
+        button->setFixedSize(answerSize);
+        answers->addWidget(button);
+    }
+
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(20, 20, 20, 20);
+    layout->setSpacing(14);
+    layout->addWidget(title);
+    layout->addWidget(list);
+    layout->addLayout(answers);
+}
+
+int HistoryDialog::chosen() const { return list->count() - 1 - list->currentRow(); }
+
+void HistoryDialog::on_pushButton_goTo_clicked() { accept(); }
+
+void HistoryDialog::on_pushButton_cancel_clicked() { reject(); }

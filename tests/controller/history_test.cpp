@@ -1,0 +1,180 @@
+#include "controller/history.h"
+#include "controller/requestqueue.h"
+#include "link/connection.h"
+#include "model/midiedit.h"
+#include "simulator/unitport.h"
+#include "support/randomcontent.h"
+
+#include <QCoreApplication>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using Unit = DeviceController;
+
+/// A user without a window: changes some records at random, and finds the unit again when it is lost.
+class Walk : public testing::TestWithParam<MidiLists>
+{
+protected:
+    Walk()
+    {
+        Connection::enableLog = false;
+        unit.setMidiLists(GetParam());
+        unit.alter([&](UnitMemory &memory) {
+            for (const RecordId &id : someRecords)
+                random.alter(memory, id, 1);
+            for (auto *const bank : {&memory.presets[0], &memory.presets[99]})
+                for (PresetData &preset : *bank)
+                    preset.controlChanges = merged({}, preset.controlChanges);  // what any unit may hold
+        });
+        controller.setTimeouts({30, 30, 1});
+        QObject::connect(&controller, &Unit::found, [this](DataFromDevice *found) {
+            data = found;
+            if (!queue.isSearchWaiting()) queue.found("KORA", [] {});
+            queue.exclusive(queue.onWorker(&Unit::readRecords, someRecords));
+        });
+        QObject::connect(&controller, &Unit::error, [this](const QString &message) {
+            hasFailed = true;
+            unit.plugIn();
+            if (RequestQueue::isLoss(message)) queue.search([this] { controller.searchDevice(); });
+        });
+        QObject::connect(&history, &History::stayed, [this](const QStringList &places) { stayed << places; });
+        controller.searchDevice();
+        settle();
+    }
+    ~Walk() override { Connection::enableLog = true; }
+
+    void settle()
+    {
+        while (!queue.isIdle())
+            QCoreApplication::processEvents();
+    }
+    /// Spoils one of the next exchanges, now and then.
+    void disturb()
+    {
+        static const Fault faults[] = {Fault::errorStatus(), Fault::errorStatus(), Fault::silence(), Fault::hangUp()};
+        if (number(0, 59) == 0) unit.queueFault(faults[number(0, 3)], static_cast<std::size_t>(number(0, 3)));
+    }
+    template <typename Slot, typename... Arguments>
+    void ask(Slot slot, Arguments... arguments)
+    {
+        queue.change({"", RequestQueue::made(queue.onWorker(slot, arguments...))});
+    }
+    template <typename Enum>
+    Enum any()
+    {
+        return fromIndex<Enum>(number(0, static_cast<int>(labelTexts<Enum>.size()) - 1));
+    }
+    int number(int low, int high) { return random.number(low, high); }
+
+    /// A change of any kind.
+    void change();
+    /// One OK of the MIDI dialog.
+    void editMidi(int bank, int preset);
+    void restore();
+
+    /// Takes steps until so many are made; what the unit holds then is what it held then, byte for byte.
+    void go(void (History::*step)(), std::size_t end)
+    {
+        while (history.position() != end) {
+            disturb();
+            hasFailed = false;
+            (history.*step)();
+            settle();
+            while (remembered.size() > history.steps().size() + 1)  // a step that turned out not to have been made
+                remembered.erase(remembered.begin() + static_cast<std::ptrdiff_t>(history.position()) + 1);
+            const auto &then = remembered[history.position()];
+            ASSERT_TRUE(hasFailed || !then || unit.memory() == *then) << history.position();
+        }
+    }
+
+    RandomContent random{1, RandomContent::Values::Valid};
+    UnitPort unit;
+    Unit controller{[this] { return QStringList{QString::fromStdString(unit.location())}; }};
+    RequestQueue queue{controller};
+    History history{controller, queue};
+    DataFromDevice *data = nullptr;
+    std::deque<std::optional<UnitMemory>> remembered;  // what the unit held after some steps
+    QStringList stayed;
+    bool hasFailed = false;
+};
+
+void Walk::change()
+{
+    const int bank = number(0, 1) * 99, preset = number(0, 9), device = number(0, 1) * 9 + 1;
+    const QString name = "NAME " + QString::number(number(0, 99));
+    const QVector<QString> names(controllerCount, name);
+    const QVector<int> numbers(controllerCount, number(0, 127));
+    const std::function<void()> changes[] = {
+        [&] { ask(&Unit::changeBankName, name, bank); },
+        [&] { ask(&Unit::changePresetName, name, bank, preset); },
+        [&] { ask(&Unit::changeFootswitchFunction, any<FootswitchType>(), bank, preset); },
+        [&] { ask(&Unit::changeLoopType, any<LoopType>(), bank, preset, number(0, 5)); },
+        [&] { ask(&Unit::changeSwitchType, any<SwitchType>(), bank, preset, number(0, 5)); },
+        [&] { ask(&Unit::changePresetNumberWahPad2, bank, number(0, 9)); },
+        [&] { ask(&Unit::changeTapControllerValue, number(0, 127), device); },
+        [&] { ask(&Unit::controllersNamesOrNumberChanged, device, names, numbers); },
+        [&] { ask(&Unit::changeSetting, settingId<&Settings::keyboardType>(), number(1, 2)); },
+        [&] { ask(&Unit::changeToeUp, number(0, 127)); },
+        [&] { ask(&Unit::changeSwitchOut, any<SwitchOutSetting>(), number(1, 6)); },
+        [&] { editMidi(bank, preset); },
+        [&] { editMidi(bank, preset); },
+        [&] { restore(); },
+    };
+    changes[number(0, static_cast<int>(std::size(changes)) - 1)]();
+}
+
+void Walk::editMidi(int bank, int preset)
+{
+    const auto stored = data->presetData[static_cast<std::size_t>(bank)][static_cast<std::size_t>(preset)].load();
+    if (!stored) return;
+    static constexpr std::uint8_t values[] = {0, 64, 127, toggleValue, inactiveValue};
+    MidiEdit edit;
+    edit.device = static_cast<std::uint8_t>(number(1, 3));
+    edit.controllers = {1, 2, 3, 4};
+    edit.program = static_cast<std::uint8_t>(number(1, 128));
+    edit.pedal.controller = static_cast<std::uint8_t>(number(1, 4));
+    do
+        edit.values[static_cast<std::uint8_t>(number(1, 4))] = values[number(0, 4)];
+    while (messagesOf(edit.controlChangesFor(*stored)) == messagesOf(stored->controlChanges));
+    queue.change({"", [=, this] {
+                      controller.changeProgramChangeNumber(bank, preset, edit.device - 1, *edit.program);
+                      const auto list = edit.controlChangesFor(*stored);
+                      controller.changeControlChangeData(bank, preset, {list.begin(), list.end()});
+                      controller.changePresetExpressionPedal(bank, preset, *edit.pedalFor(*stored));
+                      return true;
+                  }});
+}
+
+void Walk::restore()
+{
+    const auto present = std::make_shared<UnitPart>(UnitPart{unit.memory(), someRecords});
+    const auto wanted = std::make_shared<UnitContent>(present->content);
+    for (const RecordId &id : someRecords)
+        random.alter(*wanted, id, number(0, 9) == 0 ? 0.2 : 0);
+    queue.exclusive(queue.onWorker(&Unit::writeRecords, TransferOrder{present, wanted, someRecords}));
+}
+
+INSTANTIATE_TEST_SUITE_P(Lists, Walk, testing::Values(MidiLists::Replace, MidiLists::Merge));
+
+}  // namespace
+
+TEST_P(Walk, LeadsBackToTheStartAndForthToTheEnd)
+{
+    remembered.emplace_back(unit.memory());
+    const void *last = nullptr;
+    for (int changes = 0; changes < 1200; ++changes) {
+        disturb();
+        change();
+        settle();
+        const auto &steps = history.steps();
+        if (steps.empty() || std::exchange(last, steps.back().changes.data()) == steps.back().changes.data()) continue;
+        remembered.emplace_back(changes % 10 == 0 ? std::optional(unit.memory()) : std::nullopt);
+        if (remembered.size() > steps.size() + 1) remembered.pop_front();
+    }
+    EXPECT_EQ(history.steps().size(), History::maxSteps);
+    ASSERT_NO_FATAL_FAILURE(go(&History::undo, 0));
+    ASSERT_NO_FATAL_FAILURE(go(&History::redo, history.steps().size()));
+    EXPECT_TRUE(stayed.isEmpty()) << stayed.join("; ").toStdString();
+}
