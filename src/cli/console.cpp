@@ -48,9 +48,9 @@ void Console::report(const QString &line)
     if (!quiet) show(line);
 }
 
-void Console::object(const QJsonObject &object)
+void Console::object(const QJsonObject &told)
 {
-    if (json) results += archive::jsonText(object);
+    if (json) results += archive::jsonText(told);
 }
 
 void Console::content(const QByteArray &bytes) { results += bytes; }

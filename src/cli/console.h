@@ -12,7 +12,7 @@ class Console
 {
 public:
     /// Whether results are JSON, and whether what is not asked for is left out.
-    Console(bool json, bool quiet);
+    Console(bool isJsonWanted, bool isQuiet);
 
     bool isJson() const { return json; }
     /// A line of what was asked for.
@@ -20,7 +20,7 @@ public:
     /// A line on what was done.
     void report(const QString &line);
     /// The results as JSON, in place of all lines.
-    void object(const QJsonObject &results);
+    void object(const QJsonObject &told);
     /// A file's content.
     void content(const QByteArray &bytes);
     /// Writes the results to standard output. Throws `Failure`.

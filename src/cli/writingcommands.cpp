@@ -39,7 +39,7 @@ void copy(UnitContent &target, const UnitContent &source, const Slot &from, cons
 /// Uploads an image and counts the chunks that the unit takes; what it failed with, or nothing.
 std::optional<std::string> upload(KORA &unit, const QByteArray &image, Console &console, int &sent)
 {
-    const auto failure = caught([&] {
+    auto failure = caught([&] {
         unit.installFirmware({image.begin(), image.end()}, [&](int chunk, int total) {
             sent = chunk;
             console.progress(QStringLiteral("SENDING THE FIRMWARE"), chunk, total);

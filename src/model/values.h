@@ -19,7 +19,7 @@
 /// of each MIDI device.
 struct ValueId
 {
-    auto operator<=>(const ValueId &) const = default;
+    auto operator<=>(const ValueId &) const = default;  // NOLINT(modernize-use-nullptr): it takes the 0 within for one
 
     int row = 0;   ///< in the record's table, from 0
     int slot = 0;  ///< in an array, from 0; of a control change the MIDI device's number
