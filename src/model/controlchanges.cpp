@@ -27,29 +27,29 @@ bool isForSameController(const ControlChangeData &one, const ControlChangeData &
 
 /// The lists that make a unit which merges hold `wanted` in its order: what is out of order goes and comes again in one
 /// and the same list.
-std::vector<std::vector<ControlChangeData>> mergingLists(std::vector<ControlChangeData> held,
+std::vector<std::vector<ControlChangeData>> mergingLists(const std::vector<ControlChangeData> &held,
                                                          const std::vector<ControlChangeData> &wanted)
 {
     std::vector<std::vector<ControlChangeData>> lists(1);
     const auto send = [&](const std::vector<ControlChangeData> &records) {
         if (lists.back().size() + records.size() > maxControlChanges) lists.emplace_back();
         lists.back().insert(lists.back().end(), records.begin(), records.end());
-        held = merged(std::move(held), records);
     };
     const auto drop = [](const ControlChangeData &record) {
         return ControlChangeData(record.midiDeviceNumber, record.controllerNumber, inactiveValue);
     };
-    for (const ControlChangeData &record : std::vector(held))
+    for (const ControlChangeData &record : held)
         if (std::ranges::none_of(wanted, [&](const auto &other) { return isForSameController(record, other); }))
             send({drop(record)});
-    std::size_t inOrder = 0;
-    for (const ControlChangeData &record : wanted) {
-        const bool isInPlace = inOrder < held.size() && isForSameController(held[inOrder], record);
-        if (!isInPlace)
+    std::size_t kept = 0;  // so many of the wanted ones are held in their order; the others come behind them
+    for (const ControlChangeData &record : held)
+        if (kept < wanted.size() && isForSameController(record, wanted[kept])) ++kept;
+    for (std::size_t place = 0; place < wanted.size(); ++place) {
+        const ControlChangeData &record = wanted[place];
+        if (place >= kept)
             send({drop(record), record});
-        else if (held[inOrder].value != record.value)
+        else if (std::ranges::find(held, record) == held.end())
             send({record});
-        ++inOrder;
     }
     for (auto &list : lists)
         fillUp(list);

@@ -1,7 +1,6 @@
 #include "controller/history.h"
 #include "controller/requestqueue.h"
 #include "link/connection.h"
-#include "model/midiedit.h"
 #include "simulator/unitport.h"
 #include "support/randomcontent.h"
 
@@ -12,6 +11,8 @@
 namespace {
 
 using Unit = DeviceController;
+using Names = QVector<QString>;
+using Numbers = QVector<int>;
 
 /// A user without a window: changes some records at random, and finds the unit again when it is lost.
 class Walk : public testing::TestWithParam<MidiLists>
@@ -61,16 +62,9 @@ protected:
     {
         queue.change({"", RequestQueue::made(queue.onWorker(slot, arguments...))});
     }
-    template <typename Enum>
-    Enum any()
-    {
-        return fromIndex<Enum>(number(0, static_cast<int>(labelTexts<Enum>.size()) - 1));
-    }
     int number(int low, int high) { return random.number(low, high); }
 
-    /// A change of any kind.
     void change();
-    /// One OK of the MIDI dialog.
     void editMidi(int bank, int preset);
     void restore();
 
@@ -95,7 +89,7 @@ protected:
     RequestQueue queue{controller};
     History history{controller, queue};
     DataFromDevice *data = nullptr;
-    std::deque<std::optional<UnitMemory>> remembered;  // what the unit held after some steps
+    std::deque<std::optional<UnitMemory>> remembered;  // what the unit held after every tenth step or so
     QStringList stayed;
     bool hasFailed = false;
 };
@@ -104,20 +98,15 @@ void Walk::change()
 {
     const int bank = number(0, 1) * 99, preset = number(0, 9), device = number(0, 1) * 9 + 1;
     const QString name = "NAME " + QString::number(number(0, 99));
-    const QVector<QString> names(controllerCount, name);
-    const QVector<int> numbers(controllerCount, number(0, 127));
     const std::function<void()> changes[] = {
         [&] { ask(&Unit::changeBankName, name, bank); },
-        [&] { ask(&Unit::changePresetName, name, bank, preset); },
-        [&] { ask(&Unit::changeFootswitchFunction, any<FootswitchType>(), bank, preset); },
-        [&] { ask(&Unit::changeLoopType, any<LoopType>(), bank, preset, number(0, 5)); },
-        [&] { ask(&Unit::changeSwitchType, any<SwitchType>(), bank, preset, number(0, 5)); },
+        [&] { ask(&Unit::changeFootswitchFunction, FootswitchType{number(0, 3)}, bank, preset); },
+        [&] { ask(&Unit::changeLoopType, LoopType{number(1, 4)}, bank, preset, number(0, 5)); },
         [&] { ask(&Unit::changePresetNumberWahPad2, bank, number(0, 9)); },
         [&] { ask(&Unit::changeTapControllerValue, number(0, 127), device); },
-        [&] { ask(&Unit::controllersNamesOrNumberChanged, device, names, numbers); },
+        [&] { ask(&Unit::controllersNamesOrNumberChanged, device, Names(20, name), Numbers(20, number(0, 127))); },
         [&] { ask(&Unit::changeSetting, settingId<&Settings::keyboardType>(), number(1, 2)); },
-        [&] { ask(&Unit::changeToeUp, number(0, 127)); },
-        [&] { ask(&Unit::changeSwitchOut, any<SwitchOutSetting>(), number(1, 6)); },
+        [&] { ask(&Unit::changeSwitchOut, SwitchOutSetting{number(1, 2)}, number(1, 6)); },
         [&] { editMidi(bank, preset); },
         [&] { editMidi(bank, preset); },
         [&] { restore(); },
@@ -125,24 +114,21 @@ void Walk::change()
     changes[number(0, static_cast<int>(std::size(changes)) - 1)]();
 }
 
+/// One OK of the MIDI dialog.
 void Walk::editMidi(int bank, int preset)
 {
     const auto stored = data->presetData[static_cast<std::size_t>(bank)][static_cast<std::size_t>(preset)].load();
-    if (!stored) return;
-    static constexpr std::uint8_t values[] = {0, 64, 127, toggleValue, inactiveValue};
-    MidiEdit edit;
-    edit.device = static_cast<std::uint8_t>(number(1, 3));
-    edit.controllers = {1, 2, 3, 4};
-    edit.program = static_cast<std::uint8_t>(number(1, 128));
-    edit.pedal.controller = static_cast<std::uint8_t>(number(1, 4));
-    do
-        edit.values[static_cast<std::uint8_t>(number(1, 4))] = values[number(0, 4)];
-    while (messagesOf(edit.controlChangesFor(*stored)) == messagesOf(stored->controlChanges));
+    if (!stored || stored->controlChanges.empty()) return restore();
+    auto list = stored->controlChanges;
+    list.front().value = inactiveValue;
+    setMessage(list, {1, static_cast<std::uint8_t>(number(1, 9)), static_cast<std::uint8_t>(number(0, 127))});
+    list.insert(list.begin(), stored->controlChanges.front());
+    list.front().value = inactiveValue;
+    fillUp(list);
     queue.change({"", [=, this] {
-                      controller.changeProgramChangeNumber(bank, preset, edit.device - 1, *edit.program);
-                      const auto list = edit.controlChangesFor(*stored);
+                      controller.changeProgramChangeNumber(bank, preset, 1, number(1, 128));
                       controller.changeControlChangeData(bank, preset, {list.begin(), list.end()});
-                      controller.changePresetExpressionPedal(bank, preset, *edit.pedalFor(*stored));
+                      controller.changePresetExpressionPedal(bank, preset, {1, 2, {}, 0, 127});
                       return true;
                   }});
 }

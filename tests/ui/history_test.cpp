@@ -59,9 +59,10 @@ TEST_F(HistoryKeys, GoBackToWhereItHappened)
     EXPECT_EQ(find<QPushButton>("pushButton_redo").toolTip(), "Redo: SETTINGS: KEYBOARD TYPE  QWERTY -> AZERTY");
     EXPECT_TRUE(becomes([&] { return !window.findChild<Highlight *>(); }));
 
-    click("pushButton_redo");
     press(Qt::Key_Y);
     press(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    click("pushButton_redo");
+    ASSERT_TRUE(settles());
     EXPECT_TRUE(unit.memory() == states[3]);
     onDialog([](QWidget &dialog) {
         auto &list = *dialog.findChild<QListWidget *>("listWidget_history");
