@@ -24,6 +24,9 @@ void Tour::files()
 
     click("pushButton_presetsTab");
     click("pushButton_footswitchFunctionTab");
+    type(cell<QLineEdit>(window, "tableWidget_footswitchFunction", 1, 0), QStringLiteral("7"));
+    check(QStringLiteral("bank 7 is shown"),
+          [&] { return cell<QLineEdit>(window, "tableWidget_footswitchFunction", 1, 3).text() == "Fête d'été"; });
     type(cell<QLineEdit>(window, "tableWidget_footswitchFunction", 2, 4), QStringLiteral("A SLIP"));
     checkUnit(QStringLiteral("preset 1 of bank 7 is renamed"),
               [](const UnitMemory &memory) { return memory.presets[7][1].name == "A SLIP"; });

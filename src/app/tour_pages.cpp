@@ -95,6 +95,8 @@ void Tour::footswitchTable()
         return memory.presets[7][3].footswitchFunction == FootswitchType::MidiModifier;
     });
     picture(QStringLiteral("bank-7-changed"));
+    type(cell<QLineEdit>(window, table, 1, 0), QStringLiteral("0"));
+    check(QStringLiteral("typing 0 pages back, for all tables"), bankShown(0));
 }
 
 void Tour::loopsTable()
