@@ -68,7 +68,7 @@ Transfer::Outcome DeviceController::carryOut(const StepOrder &order, const std::
         });
     }
     unit.makeExact(listHandling);
-    const Transfer::Outcome outcome = unit.write(part, wanted, records);
+    Transfer::Outcome outcome = unit.write(part, wanted, records);
     listHandling = unit.listHandling();
     return outcome;
 }
