@@ -231,24 +231,22 @@ QProgressBar *MainWindowForm::makeProgress(const char *name, const QRect &place,
 void MainWindowForm::makeBusyDisplay()
 {
     const QRect textPlace(QPoint((windowSize.width() - 481) / 2, 430), QSize(481, 51));
-    const QRect progressPlace = textPlace.translated(0, textPlace.height()).adjusted(0, 0, 0, -35);
+    const QRect progressPlace = textPlace.translated(0, textPlace.height() + 6).adjusted(0, 0, 0, -35);
     label_loading = make<QLabel>(body, "label_loading", QRect(QPoint(), windowSize));
     label_loading->setStyleSheet(QStringLiteral("background-color: rgba(255, 255, 255, 40%);"));
     label_loading->setAlignment(Qt::AlignCenter);
 
     label_loadingText = makeLabel(body, "label_loadingText", textPlace, DataFromDevice::fontSettingsLabel);
-    label_loadingText->setStyleSheet(QStringLiteral("background: transparent; color: white;"));
-    label_loadingText->setAlignment(Qt::AlignCenter);
-    progressBar_loading = makeProgress("progressBar_loading", progressPlace, QObject::tr("Progress of the upload"));
-
     label_transfer = makeLabel(body, "label_transfer", textPlace, DataFromDevice::fontSettingsLabel);
-    label_transfer->setStyleSheet(QStringLiteral("background-color: %1; color: white; border-radius: 8;")
-                                      .arg(look::windowColor));  // readable over every page
-    label_transfer->setAlignment(Qt::AlignCenter);
-    progressBar_transfer =
-        makeProgress("progressBar_transfer", progressPlace.translated(0, 6), QObject::tr("Progress of the transfer"));
+    for (QLabel *const text : {label_loadingText, label_transfer}) {
+        text->setStyleSheet(QStringLiteral("background-color: %1; color: white; border-radius: 8;")
+                                .arg(look::windowColor));  // readable over every page
+        text->setAlignment(Qt::AlignCenter);
+    }
+    progressBar_loading = makeProgress("progressBar_loading", progressPlace, QObject::tr("Progress of the upload"));
+    progressBar_transfer = makeProgress("progressBar_transfer", progressPlace, QObject::tr("Progress of the transfer"));
     pushButton_cancelTransfer = make<QPushButton>(
-        body, "pushButton_cancelTransfer", QRect(windowSize.width() / 2 - 60, progressPlace.bottom() + 20, 120, 32));
+        body, "pushButton_cancelTransfer", QRect(windowSize.width() / 2 - 60, progressPlace.bottom() + 14, 120, 32));
     pushButton_cancelTransfer->setText(QStringLiteral("CANCEL"));
     pushButton_cancelTransfer->setFont(look::pixelFont(DataFromDevice::fontTabs));
     pushButton_cancelTransfer->setStyleSheet(look::answerButtonStyle(look::rejectColor));
