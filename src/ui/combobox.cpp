@@ -103,7 +103,8 @@ void ComboBox::changeEvent(QEvent *event)
 {
     // These QComboBox hands on to its list, which it makes for that and whose items it measures.
     const bool concernsList = event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange;
-    if (concernsList && !hasList) return QWidget::changeEvent(event);
+    if (concernsList && !hasList)
+        return QWidget::changeEvent(event);  // NOLINT(bugprone-parent-virtual-call): see above
     QComboBox::changeEvent(event);
 }
 
