@@ -95,14 +95,28 @@ void alter(UnitPort &unit, int round, FootswitchType function)
     });
 }
 
+/// New records that hold what the bank's hold, as a reading makes them.
+void renew(DataFromDevice &data)
+{
+    const auto copy = [](auto &slot) {
+        const auto record = slot.load();
+        slot.store(std::make_shared<std::decay_t<decltype(*record)>>(*record));
+    };
+    copy(data.bankData[bank]);
+    for (auto &preset : data.presetData[bank])
+        copy(preset);
+}
+
 /// A bank that is shown already, against a look at bare widgets.
-bool measureUnchanged(const Tables &tables)
+bool measureUnchanged(const Tables &tables, DataFromDevice &data)
 {
     const StandIn bare(tables.ground());
     bool isAsMade = true;
     Comparison comparison;
-    for (int round = 0; round < unchangedRounds; ++round)
+    for (int round = 0; round < unchangedRounds; ++round) {
+        renew(data);
         comparison.measure([&] { tables.show(); }, [&] { isAsMade = isAsMade && bare.isAsMade(); });
+    }
     return isWithin("show_unchanged_to_look", comparison.ratio(), 2.7) && isAsMade;
 }
 
@@ -143,7 +157,7 @@ bool run()
     alter(unit, 0, FootswitchType::Preset);
     read();
     const Tables tables(data);
-    const bool isCheapUnchanged = measureUnchanged(tables);
+    const bool isCheapUnchanged = measureUnchanged(tables, *data);
     return measureRecoloured(tables, unit, read) && isCheapUnchanged;
 }
 

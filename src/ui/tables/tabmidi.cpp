@@ -78,7 +78,7 @@ void TabMidi::refreshButtons()
     for (int preset = 0; preset < presetCount; ++preset) {
         auto &told = toldPresets[static_cast<std::size_t>(preset)];
         const auto record = shown.preset(preset);
-        const bool isTold = areSameDevices && record == told;
+        const bool isTold = areSameDevices && record && told && *record == *told;
         told = record;
         const QString color = record ? look::functionColor(record->footswitchFunction) : QString();
         if (isTold || color.isEmpty()) continue;
