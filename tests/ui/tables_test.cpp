@@ -164,6 +164,8 @@ TEST_F(Tables, AClosedBoxIsNotChangedByKeysOrTheWheel)
                                         {Qt::Key_Down, Qt::AltModifier}}) {
         QTest::keyClick(&state, key, modifier);
         EXPECT_TRUE(state.view()->isVisible());
+        EXPECT_EQ(state.view()->currentIndex().row(), state.currentIndex());
+        EXPECT_GE(state.view()->visualRect(state.view()->currentIndex()).height(), 26);
         state.hidePopup();
     }
     EXPECT_EQ(requests(), Requests{});
