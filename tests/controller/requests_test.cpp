@@ -31,6 +31,33 @@ TEST_F(Requests, ReadsStoreAndAnnounce)
     EXPECT_TRUE(data->presetData[99][9].load() && data->midiDevices[9].load() && data->switchOutData.load());
 }
 
+TEST_F(Requests, ATransferAnnouncesEachKindOfItsRecords)
+{
+    const std::pair<RecordId, Events> records[] = {
+        {{RecordId::Kind::Settings}, {"gotSettings"}},
+        {{RecordId::Kind::MidiIn}, {"gotMidiIn"}},
+        {{RecordId::Kind::ExpressionPedal}, {"gotExpressionPedal"}},
+        {{RecordId::Kind::SwitchOuts}, {"gotSwitchOut"}},
+        {{RecordId::Kind::MidiDevice, 3}, {"gotMidiDevicesData"}},
+        {{RecordId::Kind::Preset, 4, 2}, {"gotBankAndPresetData 4"}},
+    };
+    for (auto [record, announced] : records) {
+        controller.readRecords({record});
+        announced.insert(announced.end(), {"transferProgress 1 1", "transferred"});
+        EXPECT_EQ(recorder.take(), announced);
+    }
+}
+
+TEST_F(Requests, WithoutAUnitNothingIsTakenBack)
+{
+    controller.closeDevice();
+    QString failure;
+    QObject::connect(&controller, &DeviceController::stepMade,
+                     [&](const StepReport &report) { failure = report.failure; });
+    controller.makeStep({});
+    EXPECT_EQ(failure, "No unit is connected");
+}
+
 TEST_F(Requests, ABankThatFailsHalfWayKeepsWhatArrived)
 {
     unit.queueFault(Fault::errorStatus(5, "Broken"), 3);

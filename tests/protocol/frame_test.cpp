@@ -52,6 +52,7 @@ TEST(MasterFrame, SerialisesByteForByte)
     EXPECT_EQ(command(1, "RDI").toByteArray(), hexBytes("02 31 1C 52 44 49 37 33 32 39 03"));
     EXPECT_EQ(command(42, "RDI").toByteArray(), hexBytes("02 34 32 1C 52 44 49 30 37 36 39 03"));
     EXPECT_EQ(command(1, "").toByteArray(), hexBytes("02 31 1C 35 39 31 34 03"));
+    EXPECT_EQ(Frame::getIndexListOfElement("|a||", '|'), (std::vector<std::size_t>{0, 2, 3}));
     MasterFrame error = command(7, "RET");
     error.addField('A', 3);
     EXPECT_EQ(error.toByteArray(), hexBytes("02 37 1C 52 45 54 1D 41 33 33 44 41 46 03"));
