@@ -274,6 +274,7 @@ private:
     const QIcon plugGreen{QStringLiteral(":/images/usb-green.png")};
     const QIcon plugRed{QStringLiteral(":/images/usb-red.png")};
     const QIcon fileBlue{QStringLiteral(":/images/file-blue.png")};
+    const QIcon fileOrange{QStringLiteral(":/images/file-orange.png")};
     std::unique_ptr<TabFootswitchFunction> tabFootswitchFunction;
     std::unique_ptr<TabLoops> tabLoops;
     std::unique_ptr<TabSwitch> tabSwitch;

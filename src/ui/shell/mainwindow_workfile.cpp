@@ -25,18 +25,28 @@ std::unique_ptr<WorkFile> MainWindow::makeWorkFile(PortLister listUnits, InnerUn
 void MainWindow::showConnected()
 {
     const auto info = data->deviceInfo.load();
-    const bool isFile = workFile->isOpen();
+    const bool isTold = info && (!workFile->isOpen() || *info != DeviceInfo());  // a file may leave the identity out
     QString firmware =
-        info ? QStringLiteral("FIRMWARE %1.%2").arg(info->firmwareMajor).arg(info->firmwareMinor) : QString();
-    if (isFile && info && *info == DeviceInfo()) firmware.clear();  // the file does not tell it
+        isTold ? QStringLiteral("FIRMWARE %1.%2").arg(info->firmwareMajor).arg(info->firmwareMinor) : QString();
+    QString state = QStringLiteral("DEVICE CONNECTED"), toolTip;
+    if (workFile->isOpen()) {
+        state = QStringLiteral("WORKING ON ") + workFile->name();
+        toolTip = plainToolTip(workFile->path());
+        if (workFile->isUnsaved()) firmware = QStringLiteral("NOT SAVED");
+    }
     QLabel *const status = ui.label_deviceStatus;
-    const QString text = isFile ? QStringLiteral("WORKING ON ") + workFile->name() : QStringLiteral("DEVICE CONNECTED");
-    status->setText(status->fontMetrics().elidedText(text, Qt::ElideMiddle, status->width()));
-    status->setToolTip(isFile ? plainToolTip(workFile->path()) : QString());
+    status->setText(status->fontMetrics().elidedText(state, Qt::ElideMiddle, status->width()));
+    status->setToolTip(toolTip);
     status->unsetCursor();
-    ui.label_deviceFirmware->setText(workFile->isUnsaved() ? QStringLiteral("NOT SAVED") : firmware);
-    look::makeIconButton(ui.pushButton_connection, isFile ? fileBlue : plugGreen, {36, 36},
-                         workFile->isUnsaved() ? tr("Not saved: save now")
-                         : isFile              ? tr("A file is worked on")
-                                               : tr("The unit is connected"));
+    ui.label_deviceFirmware->setText(firmware);
+
+    const auto showIcon = [this](const QIcon &icon, const QString &name) {
+        look::makeIconButton(ui.pushButton_connection, icon, {36, 36}, name);
+    };
+    if (!workFile->isOpen())
+        showIcon(plugGreen, tr("The unit is connected"));
+    else if (workFile->isUnsaved())
+        showIcon(fileOrange, tr("Not saved: try again"));
+    else
+        showIcon(fileBlue, tr("A file is worked on"));
 }
