@@ -46,14 +46,17 @@ protected:
         ASSERT_TRUE(becomes([this] { return isConnected(); }) && settles());
     }
 
+    static void clickOn(const QMessageBox &box, const QString &button)
+    {
+        for (QAbstractButton *const each : box.buttons())
+            if (each->text() == button) return each->click();
+        ADD_FAILURE() << "no button " << button.toStdString();
+    }
+
     /// Answers the next box by the button with that text; what the box says.
     std::shared_ptr<QString> onBox(const QString &button)
     {
-        return nextBox([button](QMessageBox &box) {
-            for (QAbstractButton *const each : box.buttons())
-                if (each->text() == button) return each->click();
-            ADD_FAILURE() << "no button " << button.toStdString();
-        });
+        return nextBox([button](QMessageBox &box) { clickOn(box, button); });
     }
 
     static std::string nameIn(const QString &file) { return archive::load(file).content.banks[0].name; }
@@ -190,9 +193,19 @@ TEST_F(WorkOnFile, WhatCannotBeSavedIsKeptAndClosingAsks)
     entry("BACK TO THE UNIT").trigger();
     EXPECT_TRUE(window.isVisible() && status() == "WORKING ON gig.kora");
 
-    QDir(folder.path()).mkdir("sub");  // the stick is back: the next change is saved, and all before it
+    const auto stickIsBack = [this] {
+        QDir(folder.path()).mkdir("sub");
+        archive::save(path, {emptyContent(), recordsOfBank(0)});
+    };
+    nextBox([stickIsBack](QMessageBox &box) {
+        stickIsBack();
+        clickOn(box, "Try again");
+    });
+    const auto changed = onBox("Overwrite");
+    click("pushButton_connection");
+    EXPECT_TRUE(changed->startsWith("FILE CHANGED|")) << changed->toStdString();
+    EXPECT_TRUE(isNamed("B"));
     name("C");
-    ASSERT_TRUE(becomes([this] { return QFile::exists(path); }));
     EXPECT_TRUE(isNamed("C"));
     EXPECT_TRUE(becomes([this] { return find<QLabel>("label_deviceFirmware").text() != "NOT SAVED"; }));
     ASSERT_TRUE(QDir(folder.filePath("sub")).removeRecursively());

@@ -338,7 +338,7 @@ void MainWindow::mouseReleaseEvent(QMouseEvent *) { drag.release(); }
 
 void MainWindow::closeEvent(QCloseEvent *event)
 {
-    if (isClosing || !workFile->leave()) return event->ignore();
+    if (isClosing || (workFile->isOpen() && !workFile->leave())) return event->ignore();
     isClosing = true;
     // A search and an upload end at once; changes still reach the unit.
     if (requests.isSearching() || isUploading) workerThread.requestInterruption();

@@ -35,7 +35,7 @@ void MainWindow::showConnected()
         if (workFile->isUnsaved()) firmware = QStringLiteral("NOT SAVED");
     }
     QLabel *const status = ui.label_deviceStatus;
-    status->setText(status->fontMetrics().elidedText(state, Qt::ElideMiddle, status->width()));
+    status->setText(status->fontMetrics().elidedText(state, Qt::ElideRight, status->width()));
     status->setToolTip(toolTip);
     status->unsetCursor();
     ui.label_deviceFirmware->setText(firmware);

@@ -7,6 +7,8 @@
 #include <QCommandLineParser>
 #include <QFontDatabase>
 
+#include <cstdlib>
+
 namespace startup {
 
 void prepareScreen()

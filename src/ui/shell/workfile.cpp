@@ -1,7 +1,6 @@
 #include "ui/shell/workfile.h"
 
 #include "archive/unitfile.h"
-#include "ui/look.h"
 #include "ui/shell/unitfiles.h"
 
 #include <QAction>
@@ -156,7 +155,7 @@ bool WorkFile::saveOrAsk(Asked asked)
         setUnsaved(true);
         switch (ask(problem, asked)) {
         case Answer::Save:
-            problem = write(path());
+            problem = isConflict ? write(path()) : trySaving();
             break;
         case Answer::Elsewhere:
             if (const QString elsewhere = pathToSave(tr("Save elsewhere"), otherPath()); !elsewhere.isEmpty())
