@@ -5,8 +5,10 @@
 #include "ui/combobox.h"
 #include "ui/shell/mainwindow.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
@@ -118,6 +120,27 @@ protected:
             answer(message);
         });
         return text;
+    }
+
+    /// The next file dialog gets this path.
+    void onFileDialog(const QString &path)
+    {
+        onDialog([path](QWidget &dialog) {
+            dynamic_cast<QFileDialog &>(dialog).findChild<QLineEdit *>("fileNameEdit")->setText(path);
+            static_cast<QDialog &>(dynamic_cast<QFileDialog &>(dialog)).done(QDialog::Accepted);
+        });
+    }
+
+    QAction &entry(const QString &text) const
+    {
+        const auto actions = window.findChildren<QAction *>();
+        return **std::ranges::find(actions, text, &QAction::text);
+    }
+    /// Chooses an entry of the menu; the file dialog that it opens gets `path`.
+    void trigger(const QString &text, const QString &path = QString())
+    {
+        if (!path.isEmpty()) onFileDialog(path);
+        entry(text).trigger();
     }
 
     // --- Waiting
