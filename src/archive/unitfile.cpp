@@ -16,7 +16,7 @@ QByteArray archive::readBytes(const QString &path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) refuse(path, file.errorString());
-    const QByteArray bytes = file.read(maxFileSize + 1);
+    QByteArray bytes = file.read(maxFileSize + 1);
     if (file.error() != QFile::NoError) refuse(path, file.errorString());
     return bytes;
 }

@@ -28,8 +28,10 @@ bool isOfNumbered(const QString &key)
 std::map<int, QJsonObject> byNumber(const QJsonValue &array)
 {
     std::map<int, QJsonObject> objects;
-    for (const QJsonValue &object : array.toArray())
-        objects.emplace(object.toObject().value(QLatin1String(key::number)).toInt(), object.toObject());
+    for (const auto &element : array.toArray()) {
+        const QJsonObject object = element.toObject();
+        objects.emplace(object.value(QLatin1String(key::number)).toInt(), object);
+    }
     return objects;
 }
 
