@@ -1,8 +1,10 @@
+#include "app/fileunit.h"
 #include "link/connection.h"
 #include "ui/shell/mainwindow.h"
 #include "ui/shell/startup.h"
 
 #include <QApplication>
+#include <QCommandLineParser>
 
 int main(int argc, char **argv)
 {
@@ -11,7 +13,13 @@ int main(int argc, char **argv)
     Connection::enableLog = true;
     startup::prepareApplication();
 
-    MainWindow window;
+    QCommandLineParser options;
+    options.setApplicationDescription(QStringLiteral("The editor for the KORA guitar floor controller."));
+    options.addHelpOption();
+    const QString file = startup::fileArgument(options, application);
+
+    MainWindow window(systemPortLocations, nullptr, {}, makeFileUnit);
     window.show();
+    if (!file.isEmpty()) window.workOn(file);
     return application.exec();
 }

@@ -1,3 +1,4 @@
+#include "app/fileunit.h"
 #include "app/tour.h"
 #include "simulator/unitport.h"
 #include "ui/shell/mainwindow.h"
@@ -25,14 +26,16 @@ int main(int argc, char **argv)
                                         QStringLiteral("DIRECTORY"));
     options.addOption(tourOption);
     options.addHelpOption();
-    options.process(application);
+    const QString file = startup::fileArgument(options, application);
 
     UnitPort unit;
-    MainWindow window([&unit] {
+    const PortLister unitsPort = [&unit] {
         const std::string location = unit.location();
         return location.empty() ? QStringList() : QStringList(QString::fromStdString(location));
-    });
+    };
+    MainWindow window(unitsPort, nullptr, {}, makeFileUnit);
     window.show();
+    if (!file.isEmpty()) window.workOn(file);
     if (!options.isSet(tourOption)) {
         QTextStream(stdout) << "The virtual unit answers on " << QString::fromStdString(unit.location()) << Qt::endl;
         return application.exec();

@@ -36,6 +36,7 @@ void Tour::run()
     switchOutPage();
     previewPage();
     files();
+    workOnAFile();
     refusedChange();
     informationWindows();
     firmwareUpload();

@@ -38,6 +38,12 @@ private:
     void previewPage();
     // tour_files.cpp
     void files();
+    // tour_workfile.cpp
+    void workOnAFile();
+    void changeEveryPage(UnitContent &expected);
+    void changePresets(UnitContent &expected);
+    /// Waits until what was asked for is read and changed.
+    void awaitAnswers();
     // tour_events.cpp
     void refusedChange();
     void informationWindows();

@@ -12,28 +12,38 @@ namespace {
 
 }  // namespace
 
-void archive::save(const QString &path, const UnitPart &part, const QDateTime &saved)
+QByteArray archive::readBytes(const QString &path)
 {
-    const QByteArray json = toJson(part, saved);
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) refuse(path, file.errorString());
+    QByteArray bytes = file.read(maxFileSize + 1);
+    if (file.error() != QFile::NoError) refuse(path, file.errorString());
+    return bytes;
+}
+
+void archive::writeBytes(const QString &path, const QByteArray &bytes)
+{
     const QFileInfo present(path);
     if (present.exists() && !present.isFile() && !present.isDir()) {
         QFile file(path);
         const bool isOpen = file.open(QIODevice::WriteOnly | QIODevice::ExistingOnly);
-        if (!isOpen || file.write(json) != json.size() || !file.flush()) refuse(path, file.errorString());
+        if (!isOpen || file.write(bytes) != bytes.size() || !file.flush()) refuse(path, file.errorString());
         return;
     }
     QSaveFile file(path);
     const bool isOpen = file.open(QIODevice::WriteOnly);
-    if (isOpen) file.write(json);
+    if (isOpen) file.write(bytes);
     if (!isOpen || !file.commit()) refuse(path, file.errorString());
+}
+
+void archive::save(const QString &path, const UnitPart &part, const QDateTime &saved)
+{
+    writeBytes(path, toJson(part, saved));
 }
 
 UnitPart archive::load(const QString &path, const UnitContent &base)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) refuse(path, file.errorString());
-    const QByteArray json = file.read(maxFileSize + 1);
-    if (file.error() != QFile::NoError) refuse(path, file.errorString());
+    const QByteArray json = readBytes(path);
     try {
         return fromJson(json, base);
     } catch (const Error &error) {

@@ -27,6 +27,9 @@ struct Error : std::runtime_error
 /// An object as JSON. Characters without a face are told by their numbers, so that a terminal may show it as it is.
 QByteArray jsonText(const QJsonObject &object);
 
+/// The known records as the members of a file.
+QJsonObject toObject(const UnitPart &part, const QDateTime &saved);
+
 /// The known records as a file. The same part and time always make the same bytes.
 QByteArray toJson(const UnitPart &part, const QDateTime &saved);
 
@@ -34,8 +37,14 @@ QByteArray toJson(const UnitPart &part, const QDateTime &saved);
 /// the records. Throws `Error`.
 UnitPart fromJson(const QByteArray &json, const UnitContent &base = {});
 
+/// What stands in a file, up to one byte more than `maxFileSize`. Throws `Error`.
+QByteArray readBytes(const QString &path);
+
 /// Writes the file anew and puts it in place only when it is complete; what is there but is no regular file (a pipe, a
 /// device) is written to. Throws `Error`.
+void writeBytes(const QString &path, const QByteArray &bytes);
+
+/// Writes the known records, as `writeBytes`.
 void save(const QString &path, const UnitPart &part, const QDateTime &saved = QDateTime::currentDateTimeUtc());
 
 /// As `fromJson`; the error names the file, too.

@@ -116,7 +116,7 @@ QByteArray archive::jsonText(const QJsonObject &object)
     return result.isEmpty() ? json : result + json.mid(copied);
 }
 
-QByteArray archive::toJson(const UnitPart &part, const QDateTime &saved)
+QJsonObject archive::toObject(const UnitPart &part, const QDateTime &saved)
 {
     QJsonObject root{
         {key::format, formatName}, {key::version, formatVersion}, {key::saved, saved.toUTC().toString(Qt::ISODate)}};
@@ -163,5 +163,7 @@ QByteArray archive::toJson(const UnitPart &part, const QDateTime &saved)
         banks[bank].insert(QLatin1String(key::presets), inOrder(objects));
     if (!midiDevices.empty()) root.insert(QLatin1String(key::midiDevices), inOrder(midiDevices));
     if (!banks.empty()) root.insert(QLatin1String(key::banks), inOrder(banks));
-    return jsonText(root);
+    return root;
 }
+
+QByteArray archive::toJson(const UnitPart &part, const QDateTime &saved) { return jsonText(toObject(part, saved)); }

@@ -74,7 +74,8 @@ void DeviceController::searchDevice()
     data = models.back().get();
     getDeviceInfo();
     const auto info = data->deviceInfo.load();
-    if (!info || !lastInfo || *info != *lastInfo) listHandling = ListHandling::Unknown;
+    const bool isOnLastPort = std::exchange(lastLocation, *location) == *location;
+    if (!isOnLastPort || !info || !lastInfo || *info != *lastInfo) listHandling = ListHandling::Unknown;
     mergedPresets.clear();
     emit found(data);
 }

@@ -254,6 +254,7 @@ private:
     std::vector<std::unique_ptr<DataFromDevice>> models;  // the last one is `data`
     DataFromDevice *data = nullptr;
     std::unique_ptr<KORA> device;
+    QString lastLocation;  // a copy of a unit tells the same identity, but handles lists in its own way
     /// What the model holds of a preset, and what a unit that merges lists holds then.
     struct MergedPreset
     {

@@ -157,6 +157,19 @@ void RequestQueue::forgetReads()
     std::erase_if(waiting, [](const Request &request) { return request.kind == Kind::Read; });
 }
 
+void RequestQueue::waitWhile(const std::function<bool()> &isBusy) const
+{
+    QElapsedTimer clock;
+    clock.start();
+    while (!searching && isBusy() && !clock.hasExpired(longestFinish))
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents, 100);
+}
+
+void RequestQueue::deliver()
+{
+    waitWhile([this] { return isChanging(); });
+}
+
 QStringList RequestQueue::finish()
 {
     finishing = true;
@@ -164,10 +177,7 @@ QStringList RequestQueue::finish()
     forgetReads();
     giveUp(std::exchange(held, {}));
     if (searching) giveUp(std::exchange(waiting, {}));
-    QElapsedTimer clock;
-    clock.start();
-    while (!searching && (running || !waiting.empty()) && !clock.hasExpired(longestFinish))
-        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents, 100);
+    waitWhile([this] { return !isIdle(); });
     giveUp(std::exchange(waiting, {}));
     return lost;
 }

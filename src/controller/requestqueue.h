@@ -58,6 +58,9 @@ public:
     /// Whether another search comes before anything else, so that what is found now will not stay.
     bool isSearchWaiting() const { return !waiting.empty() && waiting.front().kind == Kind::Search; }
 
+    /// Waits for the changes that wait, if the unit is there and answers within ten seconds. The user can do nothing
+    /// meanwhile.
+    void deliver();
     /// Makes the changes that wait, without reading or searching any more, and returns those that did not reach the
     /// unit. With a unit that does not answer it takes one timeout.
     QStringList finish();
@@ -119,6 +122,8 @@ private:
         bool isResumed = false;  ///< its record may not have been read from the unit that came back
     };
 
+    /// Lets the answers in while `isBusy`, but no input of the user.
+    void waitWhile(const std::function<bool()> &isBusy) const;
     void startNext();
     void finished(const QString &failure);
     void unitIsLost();

@@ -151,8 +151,9 @@ QString menuStyle()
 {
     return QStringLiteral("QMenu { background-color: %1; color: white; padding: 0px; }\n"
                           "QMenu::item { padding: 6px 24px 6px 12px; }\n"
+                          "QMenu::item:disabled { color: %3; }\n"
                           "QMenu::item:selected { background-color: %2; }")
-        .arg(pageColor, selectionColor);
+        .arg(pageColor, selectionColor, undoneColor);
 }
 
 void setBackgroundLine(QWidget *widget, const QString &line)

@@ -5,8 +5,10 @@
 #include "ui/combobox.h"
 #include "ui/shell/mainwindow.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
@@ -31,8 +33,9 @@ class Editor : public testing::Test
 {
 protected:
     /// What the virtual unit holds at first: a musician's content, or something that tells every value apart.
-    explicit Editor(const UnitMemory &memory = musicianContent(), DeviceController::Timeouts timeouts = {100, 150, 20})
-        : unit(memory, std::chrono::milliseconds(50)), window(unitsPort, nullptr, timeouts)
+    explicit Editor(const UnitMemory &memory = musicianContent(), DeviceController::Timeouts timeouts = {100, 150, 20},
+                    const InnerUnitMaker &makeUnit = {})
+        : unit(memory, std::chrono::milliseconds(50)), window(unitsPort, nullptr, timeouts, makeUnit)
     {
         unit.recordRequests();
         QObject::connect(&dialogWatch, &QTimer::timeout, [this] { meetDialog(); });
@@ -105,14 +108,39 @@ protected:
     /// "title|text" of the next message box, which is answered.
     std::shared_ptr<QString> nextBox(QMessageBox::StandardButton answer = QMessageBox::Ok)
     {
+        return nextBox([answer](QMessageBox &message) { message.button(answer)->click(); });
+    }
+    std::shared_ptr<QString> nextBox(const std::function<void(QMessageBox &)> &answer)
+    {
         auto text = std::make_shared<QString>();
         boxes.push_back([=](QWidget &dialog) {
             auto &message = dynamic_cast<QMessageBox &>(dialog);
             EXPECT_EQ(message.textFormat() == Qt::RichText, false);
             *text = message.windowTitle() + '|' + message.text();
-            message.button(answer)->click();
+            answer(message);
         });
         return text;
+    }
+
+    /// The next file dialog gets this path.
+    void onFileDialog(const QString &path)
+    {
+        onDialog([path](QWidget &dialog) {
+            dynamic_cast<QFileDialog &>(dialog).findChild<QLineEdit *>("fileNameEdit")->setText(path);
+            static_cast<QDialog &>(dynamic_cast<QFileDialog &>(dialog)).done(QDialog::Accepted);
+        });
+    }
+
+    QAction &entry(const QString &text) const
+    {
+        const auto actions = window.findChildren<QAction *>();
+        return **std::ranges::find(actions, text, &QAction::text);
+    }
+    /// Chooses an entry of the menu; the file dialog that it opens gets `path`.
+    void trigger(const QString &text, const QString &path = QString())
+    {
+        if (!path.isEmpty()) onFileDialog(path);
+        entry(text).trigger();
     }
 
     // --- Waiting

@@ -6,8 +6,6 @@
 #include "ui/editor.h"
 
 #include <QDir>
-#include <QFileDialog>
-#include <QMenu>
 #include <QTemporaryDir>
 #include <QTreeWidget>
 
@@ -20,18 +18,6 @@ protected:
     {
         unit.alter([](UnitMemory &memory) { memory.expressionPedal.onTheFlyMode = false; });  // is never reported
         QDir(SafetyCopies::usualFolder()).removeRecursively();
-    }
-
-    /// Chooses an entry of the menu; the file dialog that it opens gets `path`.
-    void trigger(const QString &text, const QString &path = QString())
-    {
-        if (!path.isEmpty())
-            onDialog([path](QWidget &dialog) {
-                dynamic_cast<QFileDialog &>(dialog).findChild<QLineEdit *>("fileNameEdit")->setText(path);
-                static_cast<QDialog &>(dynamic_cast<QFileDialog &>(dialog)).done(QDialog::Accepted);
-            });
-        for (QAction *const action : window.findChildren<QAction *>())
-            if (action->text() == text) action->trigger();
     }
 
     /// Answers the dialog of differences after `act`; what its label says.

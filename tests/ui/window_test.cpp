@@ -194,7 +194,7 @@ TEST_F(Window, TheMenuOffersWhatNeedsAUnitOnlyWhileThereIsOne)
     };
     const QString expected = "FIRMWARE UPGRADE|BACKUP|+WHOLE UNIT...|+THIS BANK...|RESTORE|+FROM FILE...|"
                              "+COMPARE WITH FILE...|+BEFORE THE LAST RESTORE...|FACTORY RESET|+CLEAR THIS BANK...|"
-                             "+CLEAR WHOLE UNIT...|HELP";
+                             "+CLEAR WHOLE UNIT...|WORK ON A FILE...|NEW FILE...|BACK TO THE UNIT|HELP";
     EXPECT_EQ(offered(), expected);
     EXPECT_EQ(menu->pos(), find<QPushButton>("pushButton_menu").mapToGlobal({0, 29}));
     onDialog([](QWidget &files) { static_cast<QDialog &>(files).reject(); });

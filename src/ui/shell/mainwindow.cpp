@@ -27,7 +27,6 @@ namespace {
 
 constexpr int dragHeight = 200;  // pixels from the top
 
-QString connectedText() { return QStringLiteral("DEVICE CONNECTED"); }
 QString disconnectedText() { return QStringLiteral("DEVICE DISCONNECTED"); }
 
 /// "2 changes did not reach the unit: SETTINGS: KEYBOARD TYPE; BANK 3: NAME"
@@ -41,9 +40,11 @@ QString undeliveredText(const QStringList &changes)
 
 }  // namespace
 
-MainWindow::MainWindow(PortLister listPorts, QWidget *parent, DeviceController::Timeouts timeouts)
+MainWindow::MainWindow(PortLister listPorts, QWidget *parent, DeviceController::Timeouts timeouts,
+                       InnerUnitMaker makeUnit)
     : QMainWindow(parent, Qt::Window | Qt::FramelessWindowHint | Qt::WindowTitleHint | Qt::CustomizeWindowHint),
-      controller(std::make_unique<DeviceController>(std::move(listPorts))), requests(*controller, this),
+      workFile(makeWorkFile(std::move(listPorts), std::move(makeUnit))),
+      controller(std::make_unique<DeviceController>(workFile->ports())), requests(*controller, this),
       history(*controller, requests), aboutWindow(nullptr), guideWindow(nullptr), installDriversWindow(nullptr),
       ui(this), drag(dragHeight)
 {
@@ -110,13 +111,14 @@ void MainWindow::makeMenu()
 {
     menu = new QMenu(this);
     menu->setStyleSheet(look::menuStyle());
-    menu->addAction(QStringLiteral("FIRMWARE UPGRADE"), this, &MainWindow::updateFirmware);
+    firmwareEntry = menu->addAction(QStringLiteral("FIRMWARE UPGRADE"), this, &MainWindow::updateFirmware);
     std::array<QMenu *, 3> submenus{};
     for (std::size_t index = 0; const char *title : {"BACKUP", "RESTORE", "FACTORY RESET"}) {
         submenus[index] = menu->addMenu(QLatin1String(title));
         submenus[index++]->setStyleSheet(look::menuStyle());
     }
     makeUnitFiles(*submenus[0], *submenus[1], *submenus[2]);
+    workFile->fillMenu(*menu);
     menu->addAction(QStringLiteral("HELP"), this, &MainWindow::showGuide);
 }
 
@@ -140,12 +142,13 @@ void MainWindow::makeController()
 
 // --- Connection
 
-bool MainWindow::isConnected() const { return ui.label_deviceStatus->text() == connectedText(); }
+bool MainWindow::isConnected() const { return ui.label_deviceStatus->text() != disconnectedText(); }
 
 void MainWindow::showDisconnected()
 {
     look::makeIconButton(ui.pushButton_connection, plugRed, {36, 36}, tr("No unit found: help"));
     ui.label_deviceStatus->setText(disconnectedText());
+    ui.label_deviceStatus->setToolTip(QString());
     ui.label_deviceStatus->setCursor(Qt::PointingHandCursor);  // the words open the same help as the plug
     files->setEnabled(false);
     ui.label_deviceFirmware->clear();
@@ -155,17 +158,12 @@ void MainWindow::showDisconnected()
 void MainWindow::deviceFound(DataFromDevice *newData)
 {
     if (requests.isSearchWaiting()) return;  // its identity could not be read: the next search lets it go again
-    look::makeIconButton(ui.pushButton_connection, plugGreen, {36, 36}, tr("The unit is connected"));
-    ui.label_deviceStatus->setText(connectedText());
-    ui.label_deviceStatus->unsetCursor();
-    files->setEnabled(true);
     data = newData;
+    showConnected();
+    files->setEnabled(true);
     const auto info = data->deviceInfo.load();
-    if (info)
-        ui.label_deviceFirmware->setText(
-            QStringLiteral("FIRMWARE %1.%2").arg(info->firmwareMajor).arg(info->firmwareMinor));
     const std::string identity = info ? info->firstText + '\n' + info->secondText : std::string();
-    requests.found(QString::fromStdString(identity), [this] {
+    requests.found(workFile->isOpen() ? workFile->identity() : QString::fromStdString(identity), [this] {
         emit connected(data);
         requestOtherBanks();
         requestShownSettings();
@@ -212,7 +210,10 @@ void MainWindow::showStored()
 
 void MainWindow::on_pushButton_connection_clicked()
 {
-    if (!isConnected()) installDriversWindow.exec();
+    if (!isConnected())
+        installDriversWindow.exec();
+    else if (workFile->isUnsaved())
+        workFile->save();
 }
 
 // --- Pages
@@ -337,13 +338,14 @@ void MainWindow::mouseReleaseEvent(QMouseEvent *) { drag.release(); }
 
 void MainWindow::closeEvent(QCloseEvent *event)
 {
-    if (isClosing) return event->ignore();
+    if (isClosing || (workFile->isOpen() && !workFile->leave())) return event->ignore();
     isClosing = true;
     // A search and an upload end at once; changes still reach the unit.
     if (requests.isSearching() || isUploading) workerThread.requestInterruption();
     guideWindow.close();
     const QStringList lost = requests.finish();
     stopWorker();
+    workFile->leave(false);  // with what a transfer has written meanwhile
     // What the worker announced meanwhile must not open a box after the window has gone.
     QCoreApplication::removePostedEvents(this, QEvent::MetaCall);
     if (!lost.isEmpty()) {

@@ -7,6 +7,7 @@
 #include "ui/dialogs/guidewindow.h"
 #include "ui/dialogs/installdriverswindow.h"
 #include "ui/shell/mainwindowform.h"
+#include "ui/shell/workfile.h"
 #include "ui/windowdrag.h"
 
 #include <QIcon>
@@ -41,10 +42,14 @@ class MainWindow : public QMainWindow
     Q_OBJECT
 
 public:
-    /// Starts the search for a unit on the ports that `listPorts` names (called on the worker thread).
+    /// Starts the search for a unit on the ports that `listPorts` names (called on the worker thread). Without
+    /// `makeUnit` no file can be worked on.
     explicit MainWindow(PortLister listPorts = systemPortLocations, QWidget *parent = nullptr,
-                        DeviceController::Timeouts timeouts = {});
+                        DeviceController::Timeouts timeouts = {}, InnerUnitMaker makeUnit = {});
     ~MainWindow() override;
+
+    /// Works on this `.kora` file instead of a unit; tells why it cannot be.
+    void workOn(const QString &path) { workFile->open(path); }
 
 signals:
     void connected(DataFromDevice *data);
@@ -225,6 +230,11 @@ private:
     void showTransfer(const QString &text);
     void hideTransfer();
 
+    // mainwindow_workfile.cpp: work without the unit
+    std::unique_ptr<WorkFile> makeWorkFile(PortLister listUnits, InnerUnitMaker makeUnit);
+    /// Shows what is connected: a unit, or the file that is worked on.
+    void showConnected();
+
     // mainwindow_history.cpp: undo and redo
     void connectHistory();
     /// Whether the user may undo and redo now.
@@ -250,6 +260,7 @@ private:
     void tellStayed(const QStringList &places);
 
     QThread workerThread{this};
+    std::unique_ptr<WorkFile> workFile;
     std::unique_ptr<DeviceController> controller;  // lives on the worker thread
     RequestQueue requests;
     History history;
@@ -259,8 +270,11 @@ private:
     MainWindowForm ui;
     WindowDrag drag;
     QMenu *menu = nullptr;
+    QAction *firmwareEntry = nullptr;
     const QIcon plugGreen{QStringLiteral(":/images/usb-green.png")};
     const QIcon plugRed{QStringLiteral(":/images/usb-red.png")};
+    const QIcon fileBlue{QStringLiteral(":/images/file-blue.png")};
+    const QIcon fileOrange{QStringLiteral(":/images/file-orange.png")};
     std::unique_ptr<TabFootswitchFunction> tabFootswitchFunction;
     std::unique_ptr<TabLoops> tabLoops;
     std::unique_ptr<TabSwitch> tabSwitch;

@@ -29,7 +29,7 @@ void MainWindow::connectFirmware()
 
 void MainWindow::updateFirmware()
 {
-    if (!data || !isConnected() || isUploading) return;
+    if (!data || !isConnected() || isUploading || workFile->isOpen()) return;
     const DataFromDevice *const chosenFor = data;
     const QString path = QFileDialog::getOpenFileName(
         this, tr("Open KORA Firmware File"), QCoreApplication::applicationDirPath(), tr("KORA Firmware (*.bin)"));

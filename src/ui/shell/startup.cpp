@@ -4,7 +4,10 @@
 #include "ui/look.h"
 
 #include <QApplication>
+#include <QCommandLineParser>
 #include <QFontDatabase>
+
+#include <cstdlib>
 
 namespace startup {
 
@@ -24,6 +27,17 @@ void prepareApplication()
     QApplication::setStyle(QStringLiteral("Fusion"));
     QApplication::setPalette(look::darkPalette());
     QApplication::setFont(look::pixelFont(DataFromDevice::fontTabs));
+}
+
+QString fileArgument(QCommandLineParser &options, const QCoreApplication &application)
+{
+    options.addPositionalArgument(QStringLiteral("FILE"),
+                                  QStringLiteral("A file of a unit (.kora), to be worked on instead of a unit."),
+                                  QStringLiteral("[FILE]"));
+    options.process(application);
+    const QStringList files = options.positionalArguments();
+    if (files.size() > 1) options.showHelp(EXIT_FAILURE);
+    return files.value(0);
 }
 
 }  // namespace startup

@@ -1,5 +1,10 @@
 #pragma once
 
+#include <QString>
+
+class QCommandLineParser;
+class QCoreApplication;
+
 /// What the programs that show the editor do alike, in the order of their calls.
 namespace startup {
 
@@ -7,5 +12,8 @@ namespace startup {
 void prepareScreen();
 /// Registers the compiled-in fonts and sets the widget style that the style sheets build upon.
 void prepareApplication();
+/// Reads the command line and returns the file on it that is to be worked on, or nothing; ends the program when there
+/// is more.
+QString fileArgument(QCommandLineParser &options, const QCoreApplication &application);
 
 }  // namespace startup

@@ -17,9 +17,9 @@ namespace {
 
 constexpr int toldDifferences = 12;  // more would not fit a box
 
-QString fileFilter() { return QObject::tr("KORA files (*.kora)"); }
-
 }  // namespace
+
+QString unitFileFilter() { return QObject::tr("KORA files (*.kora)"); }
 
 UnitFiles::UnitFiles(RequestQueue &queue, DeviceController &unit, Window owner, SafetyCopies safetyCopies)
     : requests(queue), controller(unit), window(std::move(owner)), copies(std::move(safetyCopies))
@@ -62,7 +62,7 @@ void UnitFiles::cancel() { controller.stopTransfer(); }
 void UnitFiles::backUp(const QString &suggestedName, const std::set<RecordId> &records)
 {
     const QString path = QFileDialog::getSaveFileName(window.widget, tr("Back up to file"),
-                                                      QDir::home().filePath(suggestedName), fileFilter());
+                                                      QDir::home().filePath(suggestedName), unitFileFilter());
     if (path.isEmpty()) return;
     read(records, tr("READING THE UNIT"), [this, path](const TransferReport &report) {
         try {
@@ -191,7 +191,7 @@ bool UnitFiles::asksToGoOn(const QString &why)
 QString UnitFiles::openPath(const QString &title, const QString &folder)
 {
     return QFileDialog::getOpenFileName(window.widget, title, folder.isEmpty() ? QDir::homePath() : folder,
-                                        fileFilter());
+                                        unitFileFilter());
 }
 
 std::optional<UnitPart> UnitFiles::load(const QString &path, const UnitContent &base)

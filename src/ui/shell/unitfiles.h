@@ -16,6 +16,9 @@ class QMenu;
 class QWidget;
 class RequestQueue;
 
+/// Of a file dialog: the files of units.
+QString unitFileFilter();
+
 /// The entries of BACKUP, RESTORE and FACTORY RESET: what the unit holds goes to a file, and what a file holds goes to
 /// the unit, after the user has seen what differs and a safety copy was made, and is read back.
 class UnitFiles : public QObject
