@@ -25,6 +25,7 @@
 
 namespace {
 
+constexpr int slowAfter = 300;   // ms that a change may take before it is shown to be on its way
 constexpr int dragHeight = 200;  // pixels from the top
 
 QString connectedText() { return QStringLiteral("DEVICE CONNECTED"); }
@@ -48,6 +49,8 @@ MainWindow::MainWindow(PortLister listPorts, QWidget *parent, DeviceController::
       ui(this), drag(dragHeight)
 {
     setWindowIcon(look::icon("ico"));
+    slowChange.setSingleShot(true);
+    slowChange.setInterval(slowAfter);
     connectButtons();
     makeMenu();
     makeTabs();
@@ -135,6 +138,11 @@ void MainWindow::makeController()
     connectHistory();
     connect(this, &MainWindow::connected, unit, &DeviceController::releaseSuperseded);
     connect(&requests, &RequestQueue::dropped, this, &MainWindow::showStored);
+    connect(&requests, &RequestQueue::changing, this, [this](bool isUnderWay) {
+        ui.label_pending->hide();
+        isUnderWay ? slowChange.start() : slowChange.stop();
+    });
+    connect(&slowChange, &QTimer::timeout, ui.label_pending, &QWidget::show);
     connect(&requests, &RequestQueue::undelivered, this, &MainWindow::tellUndelivered);
 }
 
@@ -149,6 +157,7 @@ void MainWindow::showDisconnected()
     ui.label_deviceStatus->setCursor(Qt::PointingHandCursor);  // the words open the same help as the plug
     files->setEnabled(false);
     ui.label_deviceFirmware->clear();
+    ui.label_noUnit->show();
     showHistory();
 }
 
@@ -159,6 +168,7 @@ void MainWindow::deviceFound(DataFromDevice *newData)
     ui.label_deviceStatus->setText(connectedText());
     ui.label_deviceStatus->unsetCursor();
     files->setEnabled(true);
+    ui.label_noUnit->hide();
     data = newData;
     const auto info = data->deviceInfo.load();
     if (info)

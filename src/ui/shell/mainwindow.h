@@ -14,6 +14,7 @@
 #include <QPointer>
 #include <QString>
 #include <QThread>
+#include <QTimer>
 #include <QVector>
 
 #include <array>
@@ -259,6 +260,7 @@ private:
     MainWindowForm ui;
     WindowDrag drag;
     QMenu *menu = nullptr;
+    QTimer slowChange;  ///< runs out when a change takes long
     const QIcon plugGreen{QStringLiteral(":/images/usb-green.png")};
     const QIcon plugRed{QStringLiteral(":/images/usb-red.png")};
     std::unique_ptr<TabFootswitchFunction> tabFootswitchFunction;
