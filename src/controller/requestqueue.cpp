@@ -70,6 +70,7 @@ void RequestQueue::unitIsLost()
     forgetReads();
     std::move(waiting.begin(), waiting.end(), std::back_inserter(held));
     waiting.clear();
+    tellChanging();
 }
 
 void RequestQueue::found(const QString &identity, const Work &showIt)
@@ -91,8 +92,15 @@ void RequestQueue::found(const QString &identity, const Work &showIt)
     startNext();
 }
 
+void RequestQueue::tellChanging()
+{
+    if (const bool isUnderWay = isChanging(); isUnderWay != std::exchange(wasChanging, isUnderWay))
+        emit changing(isUnderWay);
+}
+
 void RequestQueue::startNext()
 {
+    tellChanging();
     if (running || waiting.empty()) return;
     running = std::move(waiting.front());
     waiting.pop_front();

@@ -107,6 +107,8 @@ signals:
     void undelivered(const QStringList &changes);
     /// A change or something exclusive is done, after all that it led to has been heard, or could not be made.
     void changeEnded(bool accepted);
+    /// The first of several changes waits or runs, or none does any more.
+    void changing(bool isUnderWay);
     /// A unit was found that is not the last one.
     void otherUnit();
 
@@ -130,6 +132,8 @@ private:
     /// Tells of changes that did not reach the unit.
     void giveUp(const std::deque<Request> &requests);
     void forgetReads();
+    /// Emits `changing` if that is news.
+    void tellChanging();
 
     DeviceController &controller;
     std::optional<Request> running;
@@ -139,6 +143,7 @@ private:
     QString identityOfUnit;
     QStringList lost;  ///< while finishing: changes that did not reach the unit
     bool connected = false;
+    bool wasChanging = false;  ///< as told last
     bool searching = false;
     bool showingFound = false;
     bool finishing = false;

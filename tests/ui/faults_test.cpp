@@ -205,3 +205,23 @@ TEST_F(RealTimeouts, AreOneSecondForTheSearchAndTwoForAnAnswer)
     EXPECT_LT(clock.elapsed(), 2600);
     ASSERT_TRUE(becomes([this] { return isConnected() && settles(); }));
 }
+
+TEST_F(RealTimeouts, AChangeThatTakesLongIsMarkedAtTheStatus)
+{
+    click("pushButton_settingsTab");
+    ASSERT_TRUE(settles());
+    const QLabel &mark = find<QLabel>("label_pending");
+    const std::pair<Fault, const char *> slowOnes[] = {{Fault::lateAnswer(600ms), "AZERTY"},
+                                                       {Fault::silence(), "QWERTY"}};
+    for (const auto &[slow, type] : slowOnes) {
+        QElapsedTimer clock;
+        clock.start();
+        unit.queueFault(slow);
+        choose(find<QComboBox>("comboBox_keyboardType"), type);
+        EXPECT_FALSE(mark.isVisible());
+        ASSERT_TRUE(becomes([&] { return mark.isVisible(); }));
+        EXPECT_GE(clock.elapsed(), 270);
+        ASSERT_TRUE(becomes([&] { return !mark.isVisible(); }));
+    }
+    ASSERT_TRUE(becomes([this] { return isConnected() && settles(); }));
+}

@@ -129,6 +129,7 @@ TEST_F(Window, AsksForWhatAPageShowsWhileConnected)
     taken();
     EXPECT_NE(icon("pushButton_connection"), connectedIcon);
     EXPECT_EQ(status() + find<QLabel>("label_deviceFirmware").text(), "DEVICE DISCONNECTED");
+    EXPECT_TRUE(find<QLabel>("label_noUnit").isVisible());
     for (const auto &page : expected)
         click(page.first);
     click("pushButton_settingsTab");
@@ -154,6 +155,7 @@ TEST_F(Window, AsksForWhatAPageShowsWhileConnected)
     EXPECT_EQ(requests(), anew);
     EXPECT_EQ(find<QComboBox>("comboBox_wahPad1").currentText() + edit("midi", 4, 3).text(), "LOOP 2CHANGED");
     EXPECT_EQ(icon("pushButton_connection"), connectedIcon);
+    EXPECT_FALSE(find<QLabel>("label_noUnit").isVisible());
     click("pushButton_connection");  // opens nothing
 }
 

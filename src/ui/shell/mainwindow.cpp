@@ -25,6 +25,7 @@
 
 namespace {
 
+constexpr int slowAfter = 300;   // ms that a change may take before it is shown to be on its way
 constexpr int dragHeight = 200;  // pixels from the top
 
 QString disconnectedText() { return QStringLiteral("DEVICE DISCONNECTED"); }
@@ -49,6 +50,8 @@ MainWindow::MainWindow(PortLister listPorts, QWidget *parent, DeviceController::
       ui(this), drag(dragHeight)
 {
     setWindowIcon(look::icon("ico"));
+    slowChange.setSingleShot(true);
+    slowChange.setInterval(slowAfter);
     connectButtons();
     makeMenu();
     makeTabs();
@@ -137,6 +140,11 @@ void MainWindow::makeController()
     connectHistory();
     connect(this, &MainWindow::connected, unit, &DeviceController::releaseSuperseded);
     connect(&requests, &RequestQueue::dropped, this, &MainWindow::showStored);
+    connect(&requests, &RequestQueue::changing, this, [this](bool isUnderWay) {
+        ui.label_pending->hide();
+        isUnderWay ? slowChange.start() : slowChange.stop();
+    });
+    connect(&slowChange, &QTimer::timeout, ui.label_pending, &QWidget::show);
     connect(&requests, &RequestQueue::undelivered, this, &MainWindow::tellUndelivered);
 }
 
@@ -152,6 +160,7 @@ void MainWindow::showDisconnected()
     ui.label_deviceStatus->setCursor(Qt::PointingHandCursor);  // the words open the same help as the plug
     files->setEnabled(false);
     ui.label_deviceFirmware->clear();
+    ui.label_noUnit->show();
     showHistory();
 }
 
@@ -161,6 +170,7 @@ void MainWindow::deviceFound(DataFromDevice *newData)
     data = newData;
     showConnected();
     files->setEnabled(true);
+    ui.label_noUnit->hide();
     const auto info = data->deviceInfo.load();
     const std::string identity = info ? info->firstText + '\n' + info->secondText : std::string();
     requests.found(workFile->isOpen() ? workFile->identity() : QString::fromStdString(identity), [this] {

@@ -15,6 +15,7 @@
 #include <QPointer>
 #include <QString>
 #include <QThread>
+#include <QTimer>
 #include <QVector>
 
 #include <array>
@@ -271,6 +272,7 @@ private:
     WindowDrag drag;
     QMenu *menu = nullptr;
     QAction *firmwareEntry = nullptr;
+    QTimer slowChange;  ///< runs out when a change takes long
     const QIcon plugGreen{QStringLiteral(":/images/usb-green.png")};
     const QIcon plugRed{QStringLiteral(":/images/usb-red.png")};
     const QIcon fileBlue{QStringLiteral(":/images/file-blue.png")};

@@ -115,6 +115,12 @@ void MainWindowForm::makeTopBand()
     label_deviceFirmware =
         makeLabel(body, "label_deviceFirmware", {898, 48, 220, 20}, DataFromDevice::fontFirmwareVersion);
 
+    label_pending = makeLabel(body, "label_pending", {832, 41, 10, 10}, DataFromDevice::fontFirmwareVersion);
+    label_pending->setStyleSheet(QStringLiteral("background-color: %1; border-radius: 5;").arg(look::focusColor));
+    label_pending->setToolTip(QObject::tr("A change is on its way to the unit"));
+    label_pending->setAccessibleName(label_pending->toolTip());
+    label_pending->hide();
+
     pushButton_menu = makePlainButton(body, "pushButton_menu", {1128, 31, 90, 29}, look::pageColor);
     pushButton_menu->setText(QStringLiteral("MENU"));
     pushButton_menu->setFont(look::pixelFont(DataFromDevice::fontTabs));
@@ -172,6 +178,14 @@ void MainWindowForm::makePages()
     }
     makePresetsPage();
     page(PresetsPageIndex)->raise();
+
+    const QRect strip(pageArea.left(), 127, pageArea.width(), 18);  // above the headers of the tables
+    label_noUnit = makeLabel(body, "label_noUnit", strip, DataFromDevice::fontTabs);
+    label_noUnit->setText(QStringLiteral("NO UNIT IS CONNECTED: WHAT YOU CHANGE HERE IS NOT KEPT"));
+    label_noUnit->setStyleSheet(
+        QStringLiteral("background-color: %1; color: white; border-radius: 8;").arg(look::rejectColor));
+    label_noUnit->setAlignment(Qt::AlignCenter);
+    label_noUnit->setAttribute(Qt::WA_TransparentForMouseEvents);
 }
 
 void MainWindowForm::makePresetsPage()

@@ -50,6 +50,8 @@ public:
     QPushButton *pushButton_connection;
     QLabel *label_deviceStatus;
     QLabel *label_deviceFirmware;
+    QLabel *label_pending;  ///< while a change takes long
+    QLabel *label_noUnit;   ///< over the page
     QPushButton *pushButton_menu;
     QPushButton *pushButton_minimizeWindow;
     QPushButton *pushButton_closeWindow;
