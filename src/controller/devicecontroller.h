@@ -3,6 +3,7 @@
 #include "controller/metatypes.h"
 #include "device/transfer.h"
 #include "link/portlister.h"
+#include "model/arrangement.h"
 #include "model/datafromdevice.h"
 
 #include <QObject>
@@ -97,6 +98,8 @@ signals:
     void recordChanged(const RecordChange &change);
     /// Ends every `makeStep`, after the signals that announce the records and before `error`.
     void stepMade(const StepReport &report);
+    /// Ends every `arrange`, after the signals that announce the records.
+    void arranged(const ArrangementReport &report);
     /// Emitted during a transfer after each record.
     void transferProgress(int done, int total);
     /// Ends every transfer, after the signals that announce the records.
@@ -189,6 +192,9 @@ public slots:
     void readRecords(const std::set<RecordId> &records);
     /// Writes what differs and reads it back, as `Transfer::write`; otherwise as `readRecords`.
     void writeRecords(const TransferOrder &order);
+    /// Reads the records of an arrangement, makes them as it wants them and reads them back, as one transfer;
+    /// `arranged` ends it.
+    void arrange(const Arrangement &arrangement);
     /// Makes changes again or takes them back, as one transfer: of the values in which the records before and after
     /// differ, those become as after which the unit still holds as before. `stepMade` ends it.
     void makeStep(const StepOrder &order);
@@ -243,9 +249,11 @@ private:
     /// The preset before and after a change, as a unit that merges lists holds it.
     RecordChange::Versions mergedVersions(const RecordId &id, const Shared<PresetData> &before,
                                           const Shared<PresetData> &after);
-    /// Reads the records of a step and writes what is to become of them.
-    Transfer::Outcome carryOut(const StepOrder &order, const std::set<RecordId> &records, UnitPart &part,
-                               StepReport &report);
+    /// Reads records into `part`, lets `compose` make of what they hold what is wanted, and writes that.
+    Transfer::Outcome remake(UnitPart &part, const std::set<RecordId> &records,
+                             const std::function<UnitContent(const UnitPart &present)> &compose);
+    /// What a unit with this content is to hold after a step.
+    UnitContent composeStep(const StepOrder &order, const UnitContent &present, StepReport &report);
     /// Learns from a preset that was read how the unit handles lists.
     void learnHandling(const RecordChange &change, const UnitContent &content);
 

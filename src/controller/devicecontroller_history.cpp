@@ -1,7 +1,6 @@
 #include "controller/devicecontroller.h"
 #include "controller/recordslots.h"
 #include "device/kora.h"
-#include "link/connection.h"
 
 void DeviceController::tellRead(const RecordId &id, const AnyRecord &before, const AnyRecord &after, bool isConfirmed)
 {
@@ -40,7 +39,8 @@ void DeviceController::makeStep(const StepOrder &order)
         records.insert(change.id);
     if (device) {
         UnitPart part;
-        const Transfer::Outcome outcome = carryOut(order, records, part, report);
+        const Transfer::Outcome outcome =
+            remake(part, records, [&](const UnitPart &present) { return composeStep(order, present.content, report); });
         report.stopped = outcome.stopped;
         if (outcome.failure) report.failure = QString::fromStdString(*outcome.failure);
         publish(part, records);
@@ -51,15 +51,11 @@ void DeviceController::makeStep(const StepOrder &order)
     if (!report.failure.isEmpty()) this->report(report.failure);
 }
 
-Transfer::Outcome DeviceController::carryOut(const StepOrder &order, const std::set<RecordId> &records, UnitPart &part,
-                                             StepReport &report)
+UnitContent DeviceController::composeStep(const StepOrder &order, const UnitContent &present, StepReport &report)
 {
-    const Connection::Hold hold = device->hold();
-    Transfer unit(*device, transferWatch());
-    if (Transfer::Outcome outcome = unit.read(part, records); outcome.failure || outcome.stopped) return outcome;
-    UnitContent wanted = part.content;
+    UnitContent wanted = present;
     for (const RecordChange &change : order) {
-        learnHandling(change, part.content);
+        learnHandling(change, present);
         const auto &[from, to] = listHandling == ListHandling::Merges ? change.merged : change.replaced;
         visitBoth(from, to, [&]<typename Record>(const Record &before, const Record &after) {
             Record &record = recordOf<Record>(wanted, change.id);
@@ -67,10 +63,7 @@ Transfer::Outcome DeviceController::carryOut(const StepOrder &order, const std::
             takeOver(change.id, record, before, after, report.stayed);
         });
     }
-    unit.makeExact(listHandling);
-    Transfer::Outcome outcome = unit.write(part, wanted, records);
-    listHandling = unit.listHandling();
-    return outcome;
+    return wanted;
 }
 
 void DeviceController::learnHandling(const RecordChange &change, const UnitContent &content)

@@ -1,6 +1,7 @@
 #include "controller/devicecontroller.h"
 #include "controller/recordslots.h"
 #include "device/kora.h"
+#include "link/connection.h"
 #include "protocol/failure.h"
 
 #include <QThread>
@@ -41,6 +42,47 @@ void DeviceController::transfer(const UnitPart &present, const std::set<RecordId
     }
     if (report.failure == QLatin1String(receivingTimeout)) this->report(report.failure);  // the unit is lost
     emit transferred(report);
+}
+
+Transfer::Outcome DeviceController::remake(UnitPart &part, const std::set<RecordId> &records,
+                                           const std::function<UnitContent(const UnitPart &present)> &compose)
+{
+    const Connection::Hold hold = device->hold();
+    Transfer unit(*device, transferWatch());
+    if (Transfer::Outcome outcome = unit.read(part, records); outcome.failure || outcome.stopped) return outcome;
+    const UnitContent wanted = compose(part);
+    unit.makeExact(listHandling);
+    Transfer::Outcome outcome = unit.write(part, wanted, records);
+    listHandling = unit.listHandling();
+    return outcome;
+}
+
+void DeviceController::arrange(const Arrangement &arrangement)
+{
+    ArrangementReport report;
+    report.words = arrangement.words;
+    if (device) {
+        const std::set<RecordId> &records = arrangement.records;
+        UnitPart part, before;
+        UnitContent wanted;
+        const Transfer::Outcome outcome = remake(part, records, [&](const UnitPart &present) {
+            before = present;
+            wanted = present.content;
+            arrangement.alter(wanted);
+            report.values = static_cast<int>(writableDifferences(before.content, wanted, records).size());
+            return wanted;
+        });
+        const bool isComposed = !before.records.empty();
+        if (isComposed) report.remaining = writableDifferences(part.content, wanted, records);
+        report.stopped = outcome.stopped;
+        if (outcome.failure) report.failure = QString::fromStdString(*outcome.failure);
+        const Written written{before, &wanted, outcome.unclear};
+        publish(part, records, isComposed ? &written : nullptr);
+    } else {
+        report.failure = QStringLiteral("No unit is connected");
+    }
+    if (report.failure == QLatin1String(receivingTimeout)) this->report(report.failure);  // the unit is lost
+    emit arranged(report);
 }
 
 void DeviceController::publish(const UnitPart &part, const std::set<RecordId> &records, const Written *written)

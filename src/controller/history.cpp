@@ -19,9 +19,10 @@ bool isConfirmed(const StepOrder &changes)
     return std::ranges::all_of(changes, [](const RecordChange &change) { return change.isConfirmed; });
 }
 
-QString wordsOf(const StepOrder &changes)
+/// What a step does, for people: the words of an arrangement, or what it altered.
+QString wordsOf(const StepOrder &changes, const QString &arrangement = QString())
 {
-    const QString words = changeWords(valuesOf(changes));
+    const QString words = arrangement.isEmpty() ? changeWords(valuesOf(changes)) : arrangement;
     return isConfirmed(changes) ? words : words + QStringLiteral(" (NO ANSWER)");
 }
 
@@ -39,6 +40,7 @@ History::History(DeviceController &unit, RequestQueue &queue, QObject *parent) :
 {
     connect(&unit, &DeviceController::recordChanged, this, &History::recordChanged);
     connect(&unit, &DeviceController::stepMade, this, &History::stepMade);
+    connect(&unit, &DeviceController::arranged, this, &History::arranged);
     connect(&queue, &RequestQueue::changeEnded, this, &History::changeEnded);
     connect(&queue, &RequestQueue::otherUnit, this, &History::clear);
 }
@@ -61,7 +63,8 @@ void History::changeEnded(bool accepted)
     StepOrder changes;
     for (auto &[id, change] : std::exchange(collected, {}))
         if (!differences(change).empty()) changes.push_back(std::move(change));
-    if (!changes.empty()) add({wordsOf(changes), std::move(changes)});
+    const QString words = std::exchange(arrangement, {});
+    if (!changes.empty()) add({wordsOf(changes, words), std::move(changes)});
     emit changed();
 }
 

@@ -68,6 +68,7 @@ private:
 
     void recordChanged(const RecordChange &change);
     void changeEnded(bool accepted);
+    void arranged(const ArrangementReport &report) { arrangement = report.words; }
     void stepMade(const StepReport &report);
     void clear();
 
@@ -85,6 +86,7 @@ private:
     std::size_t made = 0;
     std::size_t records = 0;                     ///< in all steps
     std::map<RecordId, RecordChange> collected;  ///< what the request that runs has changed
+    QString arrangement;                         ///< the words of the arrangement that was made
     std::optional<Direction> running;            ///< while a step is being made
     std::optional<std::size_t> target;           ///< of `goTo`
     QStringList keptPlaces;                      ///< to be told

@@ -22,6 +22,7 @@ void registerMetaTypes()
     qRegisterMetaType<TransferReport>();
     qRegisterMetaType<RecordChange>();
     qRegisterMetaType<StepReport>();
+    qRegisterMetaType<ArrangementReport>();
     qRegisterMetaType<QVector<ControlChangeData>>();
     qRegisterMetaType<QVector<QString>>();
     qRegisterMetaType<QVector<int>>();

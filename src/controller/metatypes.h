@@ -28,6 +28,7 @@ Q_DECLARE_METATYPE(PresetExpressionPedal)
 Q_DECLARE_METATYPE(TransferReport)
 Q_DECLARE_METATYPE(RecordChange)
 Q_DECLARE_METATYPE(StepReport)
+Q_DECLARE_METATYPE(ArrangementReport)
 
 /// Registers them, so that queued connections can carry them. Every controller does it before anything is connected.
 void registerMetaTypes();

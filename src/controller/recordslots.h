@@ -47,3 +47,17 @@ Shared<Record> sharedOr(const Shared<Record> &held, const Record &record)
 {
     return held && *held == record ? held : std::make_shared<const Record>(record);
 }
+
+/// What the model holds of these records, as far as they have been read.
+inline UnitPart knownPart(DataFromDevice &model, const std::set<RecordId> &records)
+{
+    UnitPart part;
+    for (const RecordId &id : records)
+        visitSlot(model, id, [&]<typename Record>(const Snapshot<Record> &slot) {
+            const Shared<Record> held = slot.load();
+            if (!held) return;
+            recordOf<Record>(part.content, id) = *held;
+            part.records.insert(id);
+        });
+    return part;
+}

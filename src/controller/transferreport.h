@@ -36,3 +36,13 @@ struct StepReport
     std::vector<AnyRecord> found;  ///< what the unit held before, in the order of the changes; empty if not read
     QStringList stayed;            ///< the places of values that somebody else has changed meanwhile
 };
+
+/// What became of an arrangement.
+struct ArrangementReport
+{
+    QString words;                      ///< the arrangement's
+    QString failure;                    ///< why it was not made, or not as a whole
+    bool stopped = false;               ///< whether the user ended it
+    int values = 0;                     ///< how many were to be altered
+    std::vector<Difference> remaining;  ///< those that the unit holds otherwise still
+};

@@ -21,6 +21,14 @@ std::vector<Difference> differences(const UnitContent &from, const UnitContent &
     return found;
 }
 
+std::vector<Difference> writableDifferences(const UnitContent &from, const UnitContent &to,
+                                            const std::set<RecordId> &records)
+{
+    std::vector<Difference> found = differences(from, to, records);
+    std::erase_if(found, [](const Difference &difference) { return !difference.writable; });
+    return found;
+}
+
 void apply(const Difference &difference, UnitContent &target, const UnitContent &source)
 {
     const auto take = [&](const ValuePlace &place, const auto &, auto &held, const auto &wanted) {

@@ -19,6 +19,10 @@ struct Difference
 /// send to each controller, whatever their order.
 std::vector<Difference> differences(const UnitContent &from, const UnitContent &to, const std::set<RecordId> &records);
 
+/// Those of them that can be written.
+std::vector<Difference> writableDifferences(const UnitContent &from, const UnitContent &to,
+                                            const std::set<RecordId> &records);
+
 /// Adds what differs in one record.
 template <typename Record>
 void compare(const RecordId &id, const Record &from, const Record &to, std::vector<Difference> &found)

@@ -48,10 +48,10 @@ template <typename Record>
 void takeOver(const RecordId &id, Record &record, const Record &before, const Record &after, QStringList &stayed)
 {
     const auto take = [&](const ValuePlace &place, const auto &row, auto &value, const auto &from, const auto &to) {
-        if (row.readOnly || isSame(from, to, row.range) || isSame(value, to, row.range)) return;
+        if (row.readOnly || from == to || value == to) return;
         if (isSame(value, from, row.range))
             value = to;
-        else
+        else if (!isSame(value, to, row.range))
             stayed << places::value(id, place);
     };
     forEachValue(take, record, before, after);

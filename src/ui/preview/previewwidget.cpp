@@ -4,6 +4,7 @@
 #include "ui/namebutton.h"
 
 #include <QAction>
+#include <QContextMenuEvent>
 #include <QFileDialog>
 #include <QHelpEvent>
 #include <QImage>
@@ -221,11 +222,27 @@ void PreviewWidget::resizeEvent(QResizeEvent *)
 
 void PreviewWidget::mousePressEvent(QMouseEvent *event)
 {
-    const QPointF place = fit().inverted().map(event->localPos());
-    for (int footswitch = 0; footswitch < presetCount; ++footswitch)
-        if (event->button() == Qt::LeftButton && preview::footswitchRect(footswitch).contains(place))
-            return choose(footswitch);
+    const std::optional<int> footswitch = footswitchAt(event->localPos());
+    if (footswitch && event->button() == Qt::LeftButton) return choose(*footswitch);
     QWidget::mousePressEvent(event);
+}
+
+std::optional<int> PreviewWidget::footswitchAt(const QPointF &place) const
+{
+    const QPointF onCanvas = fit().inverted().map(place);
+    for (int footswitch = 0; footswitch < presetCount; ++footswitch)
+        if (preview::footswitchRect(footswitch).contains(onCanvas)) return footswitch;
+    return std::nullopt;
+}
+
+void PreviewWidget::contextMenuEvent(QContextMenuEvent *event)
+{
+    const bool isByKey = event->reason() == QContextMenuEvent::Keyboard;
+    const std::optional<int> footswitch = isByKey ? chosen : footswitchAt(event->pos());
+    if (!footswitch) return;
+    choose(*footswitch);
+    const QPoint corner = fit().map(preview::footswitchRect(chosen).bottomLeft()).toPoint();
+    emit menuAsked({RecordId::Kind::Preset, currentBank(), chosen}, isByKey ? mapToGlobal(corner) : event->globalPos());
 }
 
 void PreviewWidget::keyPressEvent(QKeyEvent *event)

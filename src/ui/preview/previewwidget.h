@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/unitcontent.h"
 #include "ui/preview/previewpainter.h"
 #include "ui/preview/previewscene.h"
 #include "ui/shownbank.h"
@@ -39,6 +40,8 @@ signals:
     void getBankAndPresetData(int bank);
     /// The user has gone to another bank.
     void bankChosen(int bank);
+    /// The user asks what can be done with a footswitch's preset.
+    void menuAsked(const RecordId &place, const QPoint &position);
 
 public slots:
     void loadDataFromDevice(DataFromDevice *dataFromDevice);
@@ -51,6 +54,7 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
 
 private:
     QPushButton *addArrow(const char *icon, const QString &name, int step);
@@ -61,6 +65,8 @@ private:
     /// is that of the key, in milliseconds.
     void typeDigit(int digit, ulong time);
     void choose(int footswitch);
+    /// The footswitch that a place in this widget lies on.
+    std::optional<int> footswitchAt(const QPointF &place) const;
     void choosePath();
     void refresh();
     void enable(QPushButton *arrow, bool enabled);

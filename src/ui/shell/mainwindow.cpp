@@ -4,6 +4,7 @@
 #include "ui/combobox.h"
 #include "ui/look.h"
 #include "ui/preview/previewwidget.h"
+#include "ui/shell/arranging.h"
 #include "ui/shell/unitfiles.h"
 #include "ui/tables/tabfootswitchfunction.h"
 #include "ui/tables/tabloops.h"
@@ -108,6 +109,7 @@ void MainWindow::connectButtons()
     clicks(ui.pushButton_closeWindow, &MainWindow::on_pushButton_closeWindow_clicked);
     ui.label_deviceStatus->installEventFilter(this);
     ui.pages[PresetsPageIndex].button->setFocus();
+    setAcceptDrops(true);
 }
 
 void MainWindow::makeMenu()

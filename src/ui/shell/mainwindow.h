@@ -23,6 +23,7 @@
 #include <optional>
 #include <vector>
 
+class Arranging;
 class BankTable;
 class ComboBox;
 class PreviewWidget;
@@ -228,6 +229,8 @@ private:
 
     // mainwindow_transfer.cpp: backup, restore and clearing
     void makeUnitFiles(QMenu &backup, QMenu &restore, QMenu &reset);
+    /// A file of a unit that is dropped anywhere on the window is restored from; true for an event of such a drag.
+    bool takesFile(QEvent *event);
     void showTransfer(const QString &text);
     void hideTransfer();
 
@@ -285,6 +288,7 @@ private:
     std::unique_ptr<TabMidiDevices> tabMidiDevices;
     std::array<BankTable *, SubTabCount> bankTables{};
     std::unique_ptr<UnitFiles> files;
+    std::unique_ptr<Arranging> arranging;
     PreviewWidget *preview = nullptr;  // a child of its page
     std::vector<SettingBox> settingBoxes;
     QVector<ComboBox *> switchOutBoxes;

@@ -85,6 +85,9 @@ bool MainWindow::eventFilter(QObject *watched, QEvent *event)
             event->ignore();
             return true;
         }
+    if (const auto *const widget = qobject_cast<QWidget *>(watched);
+        widget && widget->window() == this && takesFile(event))
+        return true;
     if (watched == ui.label_deviceStatus && event->type() == QEvent::MouseButtonPress && !isConnected()) {
         on_pushButton_connection_clicked();
         return true;

@@ -1,5 +1,6 @@
 #include "model/places.h"
 #include "ui/preview/previewwidget.h"
+#include "ui/shell/arranging.h"
 #include "ui/shell/mainwindow.h"
 #include "ui/tables/tabfootswitchfunction.h"
 #include "ui/tables/tabloops.h"
@@ -73,6 +74,7 @@ void MainWindow::connectBanks()
                              ui.subTabs[index].table->objectName(), readFailed);
         connect(unit, &Unit::gotBankAndPresetData, tab, &BankTable::gotBankAndPresetData);
         connect(tab, &BankTable::bankChosen, this, noteBank);
+        connect(tab, &BankTable::menuAsked, arranging.get(), &Arranging::showMenu);
         requests.connectChange(tab, &BankTable::changeBankNameSignal, &Unit::changeBankName,
                                [](const QString &, int bank) { return places::bank(bank) + ": NAME"; });
         requests.connectChange(tab, &BankTable::changePresetNameSignal, &Unit::changePresetName,
@@ -83,6 +85,7 @@ void MainWindow::connectBanks()
     connect(unit, &Unit::gotBankAndPresetData, preview, &PreviewWidget::gotBankAndPresetData);
     connect(unit, &Unit::gotMidiDevicesData, preview, &PreviewWidget::gotMidiDevicesData);
     connect(preview, &PreviewWidget::bankChosen, this, noteBank);
+    connect(preview, &PreviewWidget::menuAsked, arranging.get(), &Arranging::showMenu);
 
     requests.connectChange(tabFootswitchFunction.get(), &TabFootswitchFunction::changeFootswitchFunctionSignal,
                            &Unit::changeFootswitchFunction, [](FootswitchType, int bank, int preset) {

@@ -1,12 +1,17 @@
+#include "ui/shell/arranging.h"
 #include "ui/shell/mainwindow.h"
 #include "ui/shell/unitfiles.h"
 #include "ui/tables/banktable.h"
 
+#include <QDropEvent>
 #include <QLabel>
+#include <QMimeData>
 #include <QMovie>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTableWidget>
+#include <QTimer>
+#include <QUrl>
 
 void MainWindow::makeUnitFiles(QMenu &backup, QMenu &restore, QMenu &reset)
 {
@@ -17,6 +22,11 @@ void MainWindow::makeUnitFiles(QMenu &backup, QMenu &restore, QMenu &reset)
                                                           [this] { hideTransfer(); }});
     files->fillMenus(backup, restore, reset);
     files->setEnabled(false);
+    arranging =
+        std::make_unique<Arranging>(requests, *controller,
+                                    Arranging::Window{this, [this](const QString &text) { showTransfer(text); },
+                                                      [this] { hideTransfer(); }, [this] { return canChange(); }});
+    connect(this, &MainWindow::connected, arranging.get(), &Arranging::setModel);
     connect(ui.pushButton_cancelTransfer, &QPushButton::clicked, this, [this] { files->cancel(); });
     connect(controller.get(), &DeviceController::transferProgress, ui.progressBar_transfer,
             [progress = ui.progressBar_transfer](int done, int total) {
@@ -31,6 +41,20 @@ std::size_t MainWindow::shownSubTab() const
     while (shown + 1 < SubTabCount && ui.subTabs[shown].table->isHidden())
         ++shown;
     return shown;
+}
+
+bool MainWindow::takesFile(QEvent *event)
+{
+    if (event->type() != QEvent::DragEnter && event->type() != QEvent::DragMove && event->type() != QEvent::Drop)
+        return false;
+    auto *const drop = static_cast<QDropEvent *>(event);
+    const QList<QUrl> urls = drop->mimeData()->urls();
+    const QString path = urls.size() == 1 ? urls.front().toLocalFile() : QString();
+    if (!path.endsWith(QLatin1String(".kora"), Qt::CaseInsensitive) || !canChange()) return false;
+    drop->acceptProposedAction();
+    // The dialogs that follow would hold the drag up.
+    if (event->type() == QEvent::Drop) QTimer::singleShot(0, this, [this, path] { files->restoreFrom(path); });
+    return true;
 }
 
 void MainWindow::showTransfer(const QString &text)

@@ -137,8 +137,7 @@ void UnitFiles::tellResult(const TransferReport &report, const UnitContent &want
     std::set<RecordId> records;
     for (const Difference &difference : chosen)
         records.insert(difference.record);
-    std::vector<Difference> left = differences(report.unit->content, wanted, records);
-    std::erase_if(left, [](const Difference &difference) { return !difference.writable; });
+    const std::vector<Difference> left = writableDifferences(report.unit->content, wanted, records);
     if (left.empty() && report.failure.isEmpty()) {
         tell(QStringLiteral("RESTORE COMPLETE"), tr("%1 values were written and read back.").arg(chosen.size()));
         return;

@@ -42,6 +42,8 @@ public:
     void setEnabled(bool enabled);
     /// Reads the unit and saves a safety copy, then calls `then`; not if the user stops it or does not go on without.
     void protect(const std::function<void()> &then);
+    /// Shows in what the unit differs from a file, and writes what the user chooses of it.
+    void restoreFrom(const QString &path);
     /// Ends the transfer that runs, between two exchanges.
     void cancel();
 
@@ -49,7 +51,6 @@ private:
     using Then = std::function<void(const TransferReport &)>;
 
     void backUp(const QString &suggestedName, const std::set<RecordId> &records);
-    void restoreFrom(const QString &path);
     void compareWith(const QString &path);
     void clear(const std::set<RecordId> &records);
     /// Shows in what the unit differs from `part`, and writes what the user leaves checked.

@@ -27,12 +27,26 @@ BankTable::BankTable(QTableWidget *tableWidget, const QVector<look::Column> &col
     for (int row = 0; row < editorRows; ++row) {
         auto *edit = new BankNumberEdit(table->viewport());
         connect(edit, &BankNumberEdit::entered, this, &BankTable::changeBank);
+        edit->setContextMenuPolicy(Qt::NoContextMenu);  // it is the bank's, not the text's
         place(row, bankColumn, edit);
         bankNumbers << edit;
     }
     arrowDown = addArrow("arrow-down", tr("Previous bank"), -1);
     table->setCellWidget(firstRow + editorRows, bankColumn, arrowDown);
     enableArrows();
+    table->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(table, &QWidget::customContextMenuRequested, this, &BankTable::askForMenu);
+}
+
+void BankTable::askForMenu(const QPoint &place)
+{
+    const QModelIndex cell = table->indexAt(place);
+    const int row = cell.row() - firstRow;
+    if (!cell.isValid() || row < 0 || row >= bankNumbers.size()) return;
+    const bool isPreset = cell.column() != bankColumn && bankNumbers.size() == presetCount;  // else of a wah pad
+    const RecordId record =
+        isPreset ? RecordId{RecordId::Kind::Preset, currentBank(), row} : RecordId{RecordId::Kind::Bank, currentBank()};
+    emit menuAsked(record, table->viewport()->mapToGlobal(place));
 }
 
 QPushButton *BankTable::addArrow(const char *icon, const QString &name, int step)

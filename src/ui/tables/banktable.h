@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controller/metatypes.h"
+#include "model/unitcontent.h"
 #include "ui/look.h"
 #include "ui/shownbank.h"
 
@@ -49,6 +50,8 @@ signals:
     void getBankAndPresetData(int bank);
     /// The user has gone to another bank.
     void bankChosen(int bank);
+    /// The user asks what can be done with a bank or a preset.
+    void menuAsked(const RecordId &place, const QPoint &position);
     void changeBankNameSignal(const QString &name, int bank);
     void changePresetNameSignal(const QString &name, int bank, int preset);
 
@@ -85,6 +88,7 @@ protected:
 private:
     void changeBank(int bank);
     void showBankNumber();
+    void askForMenu(const QPoint &place);
     /// Where there is no bank to go to, an arrow is grey.
     void enableArrows();
     void changePresetName();
