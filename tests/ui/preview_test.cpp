@@ -337,7 +337,6 @@ TEST_F(Preview, SavesAPictureThatOthersCanOpen)
     EXPECT_EQ(image.dotsPerMeterX(), 14058);  // as wide as A4 without its margins
     EXPECT_EQ(image.pixelColor(3 * 143, 3 * 396), QColor(Qt::black));
 
-    EXPECT_EQ(page.contextMenuPolicy(), Qt::ActionsContextMenu);
     button(2).click();
     ASSERT_TRUE(page.findChild<QFileDialog *>());
     delete page.findChild<QFileDialog *>();

@@ -9,6 +9,7 @@
 #include <QHelpEvent>
 #include <QImage>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QMessageBox>
 #include <QMouseEvent>
 #include <QPainter>
@@ -69,7 +70,6 @@ PreviewWidget::PreviewWidget(QWidget *parent)
     save->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     connect(save, &QAction::triggered, this, &PreviewWidget::choosePath);
     addAction(save);
-    setContextMenuPolicy(Qt::ActionsContextMenu);
     setStyleSheet(look::menuStyle());  // reaches the context menu, which is a child
     refresh();
 }
@@ -239,7 +239,10 @@ void PreviewWidget::contextMenuEvent(QContextMenuEvent *event)
 {
     const bool isByKey = event->reason() == QContextMenuEvent::Keyboard;
     const std::optional<int> footswitch = isByKey ? chosen : footswitchAt(event->pos());
-    if (!footswitch) return;
+    if (!footswitch) {
+        QMenu::exec(actions(), event->globalPos(), nullptr, this);
+        return;
+    }
     choose(*footswitch);
     const QPoint corner = fit().map(preview::footswitchRect(chosen).bottomLeft()).toPoint();
     emit menuAsked({RecordId::Kind::Preset, currentBank(), chosen}, isByKey ? mapToGlobal(corner) : event->globalPos());

@@ -157,7 +157,7 @@ bool Arranging::hasContent(const std::set<int> &banks) const
     return part.records != records || !differences(part.content, emptyContent(), records).empty();
 }
 
-void Arranging::showMenu(const RecordId &place, const QPoint &position)
+void Arranging::showMenu(const RecordId &place, const QPoint &position, const QList<QAction *> &others)
 {
     const std::set<RecordId> selection =
         place.kind == RecordId::Kind::Bank ? recordsOfBank(place.number) : std::set<RecordId>{place};
@@ -170,6 +170,8 @@ void Arranging::showMenu(const RecordId &place, const QPoint &position)
     add("PASTE", window.canChange() && canPaste(), [&] { paste(place); });
     add("SWAP", window.canChange() && canSwap(place), [&] { swap(place); });
     add("CLEAR", window.canChange(), [&] { clear(selection); });
+    if (!others.isEmpty()) menu.addSeparator();
+    menu.addActions(others);
     menu.exec(position);
 }
 

@@ -3,6 +3,7 @@
 #include "controller/devicecontroller.h"
 #include "model/arrangement.h"
 
+#include <QList>
 #include <QObject>
 #include <QString>
 #include <QTimer>
@@ -11,6 +12,7 @@
 #include <optional>
 #include <set>
 
+class QAction;
 class RequestQueue;
 
 /// What the user does with whole presets and banks, on any page: copies, pastes, moves, clears them. It asks where
@@ -54,8 +56,8 @@ public:
     /// Asks first.
     void clear(const std::set<RecordId> &selection);
 
-    /// The menu of one preset or bank: "COPY", "PASTE", "SWAP", "CLEAR".
-    void showMenu(const RecordId &place, const QPoint &position);
+    /// The menu of one preset or bank: "COPY", "PASTE", "SWAP", "CLEAR", and then others.
+    void showMenu(const RecordId &place, const QPoint &position, const QList<QAction *> &others = {});
 
     /// Two presets change places.
     void swapPresets(const RecordId &one, const RecordId &other);

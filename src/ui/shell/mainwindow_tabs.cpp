@@ -74,7 +74,8 @@ void MainWindow::connectBanks()
                              ui.subTabs[index].table->objectName(), readFailed);
         connect(unit, &Unit::gotBankAndPresetData, tab, &BankTable::gotBankAndPresetData);
         connect(tab, &BankTable::bankChosen, this, noteBank);
-        connect(tab, &BankTable::menuAsked, arranging.get(), &Arranging::showMenu);
+        connect(tab, &BankTable::menuAsked, this,
+                [this](const RecordId &place, const QPoint &position) { arranging->showMenu(place, position); });
         requests.connectChange(tab, &BankTable::changeBankNameSignal, &Unit::changeBankName,
                                [](const QString &, int bank) { return places::bank(bank) + ": NAME"; });
         requests.connectChange(tab, &BankTable::changePresetNameSignal, &Unit::changePresetName,
@@ -85,7 +86,9 @@ void MainWindow::connectBanks()
     connect(unit, &Unit::gotBankAndPresetData, preview, &PreviewWidget::gotBankAndPresetData);
     connect(unit, &Unit::gotMidiDevicesData, preview, &PreviewWidget::gotMidiDevicesData);
     connect(preview, &PreviewWidget::bankChosen, this, noteBank);
-    connect(preview, &PreviewWidget::menuAsked, arranging.get(), &Arranging::showMenu);
+    connect(preview, &PreviewWidget::menuAsked, this, [this](const RecordId &place, const QPoint &position) {
+        arranging->showMenu(place, position, preview->actions());
+    });
 
     requests.connectChange(tabFootswitchFunction.get(), &TabFootswitchFunction::changeFootswitchFunctionSignal,
                            &Unit::changeFootswitchFunction, [](FootswitchType, int bank, int preset) {
