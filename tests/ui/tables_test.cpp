@@ -97,6 +97,7 @@ TEST_F(Tables, PageByArrowsKeysAndNumber)
                 EXPECT_EQ(number.styleSheet().contains("#ab0000"), step.action == "150") << "refused visibly";
                 QTest::keyClick(&number, Qt::Key_Return);
                 EXPECT_FALSE(number.styleSheet().contains("#ab0000"));
+                EXPECT_EQ(number.selectedText(), number.text()) << "the next number is typed over it";
             }
             EXPECT_EQ(cell<QPushButton>(table, layout.firstRow - 1, 0).isEnabled(), step.bank < 99);
             EXPECT_EQ(cell<QPushButton>(table, layout.lastRow + 1, 0).isEnabled(), step.bank > 0);

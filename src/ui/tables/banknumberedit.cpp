@@ -43,7 +43,13 @@ void BankNumberEdit::showBank(int bank)
 {
     shown = bank;
     setProperty("shownBank", QString::number(bank));
+    showNumber(bank);
+}
+
+void BankNumberEdit::showNumber(int bank)
+{
     look::showText(this, QString::number(bank));
+    if (hasFocus()) selectAll();  // the next number is typed over it
 }
 
 void BankNumberEdit::finish()
@@ -53,7 +59,7 @@ void BankNumberEdit::finish()
     const int bank = isNumber && !isRefused ? typed : shown;
     const bool retype = isModified() && !isRefused;
     setRefused(false);
-    look::showText(this, QString::number(bank));  // "07" is bank 7
+    showNumber(bank);  // "07" is bank 7
     setModified(false);
     if (bank != shown || retype) emit entered(bank);
 }

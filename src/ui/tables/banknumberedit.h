@@ -25,6 +25,7 @@ protected:
 
 private:
     void finish();
+    void showNumber(int bank);
     void setRefused(bool refused);
 
     int shown = 0;
