@@ -28,12 +28,15 @@ inline void PrintTo(const QString &text, std::ostream *out) { *out << '"' << tex
 
 using Requests = std::vector<std::string>;
 
+/// Short, but not so short that a busy machine takes an answer for lost.
+inline constexpr DeviceController::Timeouts shortTimeouts{150, 250, 20};
+
 /// The real main window with a virtual unit behind a pseudo-terminal. A dialog that no test expects fails it at once.
 class Editor : public testing::Test
 {
 protected:
     /// What the virtual unit holds at first: a musician's content, or something that tells every value apart.
-    explicit Editor(const UnitMemory &memory = musicianContent(), DeviceController::Timeouts timeouts = {100, 150, 20},
+    explicit Editor(const UnitMemory &memory = musicianContent(), DeviceController::Timeouts timeouts = shortTimeouts,
                     const InnerUnitMaker &makeUnit = {})
         : unit(memory, std::chrono::milliseconds(50)), window(unitsPort, nullptr, timeouts, makeUnit)
     {
@@ -108,7 +111,14 @@ protected:
     /// "title|text" of the next message box, which is answered.
     std::shared_ptr<QString> nextBox(QMessageBox::StandardButton answer = QMessageBox::Ok)
     {
-        return nextBox([answer](QMessageBox &message) { message.button(answer)->click(); });
+        return nextBox([answer](QMessageBox &message) {
+            auto *const button = message.button(answer);
+            EXPECT_TRUE(button) << "no such answer to " << message.text().toStdString();
+            if (button)
+                button->click();
+            else
+                message.close();
+        });
     }
     std::shared_ptr<QString> nextBox(const std::function<void(QMessageBox &)> &answer)
     {

@@ -22,7 +22,7 @@ struct Trouble
 const Trouble troubles[] = {
     {"Silence", Fault::silence(), lost, false},
     {"LateAnswer", Fault::lateAnswer(60ms), "", true},
-    {"AnswerAfterTheTimeout", Fault::lateAnswer(250ms), lost, true},
+    {"AnswerAfterTheTimeout", Fault::lateAnswer(350ms), lost, true},
     {"SlowBytes", Fault::slowBytes(2ms), "", true},
     {"Noise", Fault::noise(), "", true},
     {"WrongChecksum", Fault::wrongChecksum(), "Error|Incorrect Checksum", true},

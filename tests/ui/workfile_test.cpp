@@ -13,7 +13,7 @@ namespace {
 class WorkOnFile : public Editor
 {
 protected:
-    WorkOnFile() : Editor(musicianContent(), {100, 150, 20}, makeFileUnit) {}
+    WorkOnFile() : Editor(musicianContent(), shortTimeouts, makeFileUnit) {}
 
     void workOn(const UnitPart &part)
     {
