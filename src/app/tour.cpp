@@ -19,6 +19,8 @@ Tour::Tour(MainWindow &editor, UnitPort &virtualUnit, const QString &directory)
     : window(editor), unit(virtualUnit), pictures(QDir(directory).absolutePath())
 {
     pictures.mkpath(QStringLiteral("."));
+    for (const QString &file : pictures.entryList({QStringLiteral("*.kora")}))
+        pictures.remove(file);  // of an earlier tour: a dialog would ask whether to replace it
 }
 
 void Tour::run()
