@@ -1,4 +1,5 @@
 #include "model/places.h"
+#include "ui/library/librarywidget.h"
 #include "ui/preview/previewwidget.h"
 #include "ui/shell/arranging.h"
 #include "ui/shell/mainwindow.h"
@@ -75,11 +76,9 @@ void MainWindow::connectBanks()
         connect(unit, &Unit::gotBankAndPresetData, tab, &BankTable::gotBankAndPresetData);
         connect(tab, &BankTable::bankChosen, this, noteBank);
         connect(tab, &BankTable::menuAsked, arranging.get(), &Arranging::showMenu);
-        requests.connectChange(tab, &BankTable::changeBankNameSignal, &Unit::changeBankName,
-                               [](const QString &, int bank) { return places::bank(bank) + ": NAME"; });
-        requests.connectChange(tab, &BankTable::changePresetNameSignal, &Unit::changePresetName,
-                               [](const QString &, int bank, int preset) { return presetWords(bank, preset, "NAME"); });
+        connectNames(tab);
     }
+    connectNames(library);
     requests.connectRead(preview, &PreviewWidget::getBankAndPresetData, &Unit::getBankAndPresetData, "preview",
                          readFailed);
     connect(unit, &Unit::gotBankAndPresetData, preview, &PreviewWidget::gotBankAndPresetData);
@@ -111,6 +110,15 @@ void MainWindow::connectBanks()
                            ofBank("WAH PAD 1 ACTION"));
     requests.connectChange(pads, &TabWahPads::changePresetWahPad2, &Unit::changePresetWahPad2,
                            ofBank("WAH PAD 2 ACTION"));
+}
+
+template <typename View>
+void MainWindow::connectNames(View *view)
+{
+    requests.connectChange(view, &View::changeBankNameSignal, &Unit::changeBankName,
+                           [](const QString &, int bank) { return places::bank(bank) + ": NAME"; });
+    requests.connectChange(view, &View::changePresetNameSignal, &Unit::changePresetName,
+                           [](const QString &, int bank, int preset) { return presetWords(bank, preset, "NAME"); });
 }
 
 void MainWindow::connectMidi()
