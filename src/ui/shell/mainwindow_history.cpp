@@ -146,7 +146,6 @@ void MainWindow::showValues(const std::vector<Difference> &values)
     if (isElsewhere) ui.pages[first.page].button->click();
     if (first.page == PresetsPageIndex) {
         if (ui.table(first.subTab)->isHidden()) ui.subTabs[first.subTab].button->click();
-        bankTables[first.subTab]->goTo(first.bank);
         jumpTo(first.bank);
     }
     if (isElsewhere && !focused && first.editor) first.editor->setFocus();

@@ -43,9 +43,10 @@ void MainWindow::openBank(int bank)
 void MainWindow::jumpTo(int bank)
 {
     chosenBank = bank;
+    bool isUnread = preview->moveTo(bank);
     for (BankTable *const table : bankTables)
-        table->follow(bank);
-    preview->follow(bank);
+        isUnread = table->moveTo(bank) || isUnread;
+    if (isUnread) bankTables[shownSubTab()]->requestBank();
 }
 
 bool MainWindow::showInLibrary(const std::vector<Difference> &values)
