@@ -66,6 +66,7 @@ protected:
     void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
         QApplication::setActiveWindow(&window);  // also after a dialog
+        table().setFocus();
         QTest::keyClick(&table(), static_cast<Qt::Key>(key), modifiers);
         ASSERT_TRUE(settles());
     }
@@ -189,12 +190,39 @@ TEST_F(Library, ArrangesByKeysMouseAndMenuAndShowsWhatUndoTakesBack)
 {
     open();
     const UnitMemory before = unit.memory();
+    using Kind = RecordId::Kind;
+    const auto drop = [this](const RecordId &from, const RecordId &to, bool copies) {
+        emit table().presetsDropped({from}, to, copies);
+        ASSERT_TRUE(settles());
+    };
+    drop({Kind::Preset, 3, 2}, {Kind::Preset, 5, 4}, false);
+    EXPECT_TRUE(unit.memory().presets[5][4] == before.presets[3][2]);
+    EXPECT_TRUE(unit.memory().presets[3][2] == before.presets[5][4]);
+    drop({Kind::Preset, 3, 2}, {Kind::Preset, 6, 0}, true);
+    EXPECT_TRUE(unit.memory().presets[6][0] == unit.memory().presets[3][2]);
+    emit table().banksDropped({10, 12}, 14);
+    ASSERT_TRUE(settles());
+    EXPECT_TRUE(unit.memory().banks[13] == before.banks[10] && unit.memory().banks[14] == before.banks[12]);
+    press(Qt::Key_Up, Qt::AltModifier);  // the banks that were moved are selected
+    press(Qt::Key_Up, Qt::AltModifier);
+    EXPECT_TRUE(unit.memory().banks[11] == before.banks[10] && unit.memory().banks[10] == before.banks[11]);
+    for (int step = 0; step < 5; ++step)
+        press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_TRUE(unit.memory() == before);
+    EXPECT_TRUE(table().isVisible());
+    EXPECT_TRUE(at(3, 4).data(LibraryModel::LitRole).toBool() && at(5, 6).data(LibraryModel::LitRole).toBool());
+    EXPECT_TRUE(becomes([&] { return !at(3, 4).data(LibraryModel::LitRole).toBool(); }));
+
     select({{41, 3}, {7, 4}, {50, 3}});
     press(Qt::Key_C, Qt::ControlModifier);
     select({{98, 10}});
     press(Qt::Key_V, Qt::ControlModifier);
     EXPECT_TRUE(unit.memory().presets[98][8] == before.presets[7][2]);
     EXPECT_TRUE(unit.memory().presets[99][0] == before.presets[50][1]);
+    select({{60, 2}});
+    trigger("SWAP");
+    EXPECT_TRUE(unit.memory().presets[60][0] == before.presets[7][2]);
+    EXPECT_TRUE(unit.memory().presets[50][1] == before.presets[60][2]);
     select({{41, 1}});
     const auto asked = nextBox(QMessageBox::Yes);
     press(Qt::Key_Delete);

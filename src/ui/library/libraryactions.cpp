@@ -25,7 +25,7 @@ LibraryActions::LibraryActions(LibraryView &libraryView, Arranging &arrangements
     connect(&view, &QAbstractItemView::doubleClicked, open, &QAction::trigger);
     connect(view.selectionModel(), &QItemSelectionModel::selectionChanged, this, &LibraryActions::update);
     connect(view.model(), &QAbstractItemModel::dataChanged, this, &LibraryActions::update);
-    connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this, &LibraryActions::update);
+    connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this, &LibraryActions::updateClipboard);
     connect(&view, &LibraryView::presetsDropped, this, &LibraryActions::dropPresets);
     connect(&view, &LibraryView::banksDropped, this, &LibraryActions::dropBanks);
     update();
@@ -77,8 +77,8 @@ void LibraryActions::update()
     renaming->setEnabled(mayChange && view.currentIndex().isValid());
     cut->setEnabled(mayChange && isKnown);
     copy->setEnabled(isKnown);
-    paste->setEnabled(mayChange && arranging.canPaste());
-    swap->setEnabled(mayChange && arranging.canSwap(target()));
+    paste->setEnabled(mayChange && canPaste);
+    swap->setEnabled(mayChange && canPaste && arranging.canSwap(target()));
     clear->setEnabled(mayChange);
     insertBank->setEnabled(mayChange);
     removeBank->setEnabled(mayChange);
@@ -86,6 +86,13 @@ void LibraryActions::update()
     moveDown->setEnabled(mayChange && *banks.rbegin() < bankCount - 1);
     exportBanks->setEnabled(isKnown);
     importBanks->setEnabled(mayChange);
+}
+
+void LibraryActions::updateClipboard()
+{
+    if (!view.isVisible()) return;
+    canPaste = arranging.canPaste();
+    update();
 }
 
 RecordId LibraryActions::target() const { return *view.selection().begin(); }
@@ -128,6 +135,6 @@ void LibraryActions::dropPresets(const std::set<RecordId> &presets, const Record
 
 void LibraryActions::showMenu(const QPoint &place)
 {
-    update();
+    updateClipboard();
     menu->popup(view.viewport()->mapToGlobal(place));
 }

@@ -23,6 +23,8 @@ public:
 
     /// Greys what does not apply to the selection.
     void update();
+    /// Learns what is on the clipboard, but only while the library is shown: its owner may be slow to tell.
+    void updateClipboard();
 
 signals:
     void openAsked(int bank);
@@ -45,6 +47,7 @@ private:
     Arranging &arranging;
     std::function<bool()> canChange;
     QMenu *menu;
+    bool canPaste = false;
     QAction *open, *renaming, *cut, *copy, *paste, *swap, *clear;
     QAction *insertBank, *removeBank, *moveUp, *moveDown, *exportBanks, *importBanks;
 };

@@ -142,6 +142,7 @@ void LibraryWidget::startOrStop()
 
 void LibraryWidget::opened()
 {
+    actions->updateClipboard();
     if (!isStopped) reading.start();
 }
 
