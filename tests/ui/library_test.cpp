@@ -232,3 +232,23 @@ TEST_F(Library, ArrangesByKeysMouseAndMenuAndShowsWhatUndoTakesBack)
     trigger("REMOVE BANK");
     EXPECT_TRUE(unit.memory().banks[41].name == before.banks[42].name);
 }
+
+TEST_F(Library, StopsAtARecordThatTheUnitRefusesAndReadsOn)
+{
+    const auto told = nextBox();
+    unit.queueFault(Fault::errorStatus(), 25);
+    open();
+    EXPECT_TRUE(told->startsWith("Error|"));
+    EXPECT_EQ(text(2, 1), "NIGHT BUS");
+    EXPECT_EQ(text(4, 1), "");
+    select({{4, 1}});
+    QStringList texts, greyed;
+    for (const QAction *const action : table().actions())
+        (action->isEnabled() ? texts : greyed) << action->text();
+    EXPECT_EQ(texts.join('|'), "OPEN|RENAME|CLEAR|INSERT EMPTY BANK|REMOVE BANK|MOVE UP|MOVE DOWN|IMPORT...");
+    EXPECT_EQ(greyed.join('|'), "CUT|COPY|PASTE|SWAP|EXPORT...");  // not known, and nothing was copied
+    click("pushButton_stopReading");
+    ASSERT_TRUE(settles());
+    EXPECT_EQ(text(99, 1), "BANK 99");
+    EXPECT_TRUE(at(4, 1).data(LibraryModel::KnownRole).toBool());
+}
