@@ -154,11 +154,16 @@ void PreviewWidget::showNewBank()
 
 void PreviewWidget::follow(int bank)
 {
+    if (moveTo(bank)) requestBank();
+}
+
+bool PreviewWidget::moveTo(int bank)
+{
     firstDigit.reset();
-    if (!shown.goTo(bank)) return;
+    if (!shown.goTo(bank)) return false;
     isUnreadable = false;
     refresh();
-    if (!shown.isRead()) requestBank();
+    return !shown.isRead();
 }
 
 void PreviewWidget::choose(int footswitch)

@@ -25,6 +25,8 @@ public:
     int currentBank() const { return shown.number(); }
     /// Shows the bank that was chosen elsewhere; it is asked for only where it has not been read.
     void follow(int bank);
+    /// The same without asking for it; whether it has to be read.
+    bool moveTo(int bank);
     /// Asks for the shown bank; nothing without a unit.
     void requestBank();
     /// Asks again for the shown bank if it could not be read.

@@ -1,4 +1,5 @@
 #include "model/places.h"
+#include "ui/library/librarywidget.h"
 #include "ui/preview/previewwidget.h"
 #include "ui/shell/arranging.h"
 #include "ui/shell/mainwindow.h"
@@ -76,11 +77,9 @@ void MainWindow::connectBanks()
         connect(tab, &BankTable::bankChosen, this, noteBank);
         connect(tab, &BankTable::menuAsked, this,
                 [this](const RecordId &place, const QPoint &position) { arranging->showMenu(place, position); });
-        requests.connectChange(tab, &BankTable::changeBankNameSignal, &Unit::changeBankName,
-                               [](const QString &, int bank) { return places::bank(bank) + ": NAME"; });
-        requests.connectChange(tab, &BankTable::changePresetNameSignal, &Unit::changePresetName,
-                               [](const QString &, int bank, int preset) { return presetWords(bank, preset, "NAME"); });
+        connectNames(tab);
     }
+    connectNames(library);
     requests.connectRead(preview, &PreviewWidget::getBankAndPresetData, &Unit::getBankAndPresetData, "preview",
                          readFailed);
     connect(unit, &Unit::gotBankAndPresetData, preview, &PreviewWidget::gotBankAndPresetData);
@@ -114,6 +113,15 @@ void MainWindow::connectBanks()
                            ofBank("WAH PAD 1 ACTION"));
     requests.connectChange(pads, &TabWahPads::changePresetWahPad2, &Unit::changePresetWahPad2,
                            ofBank("WAH PAD 2 ACTION"));
+}
+
+template <typename View>
+void MainWindow::connectNames(View *view)
+{
+    requests.connectChange(view, &View::changeBankNameSignal, &Unit::changeBankName,
+                           [](const QString &, int bank) { return places::bank(bank) + ": NAME"; });
+    requests.connectChange(view, &View::changePresetNameSignal, &Unit::changePresetName,
+                           [](const QString &, int bank, int preset) { return presetWords(bank, preset, "NAME"); });
 }
 
 void MainWindow::connectMidi()

@@ -136,12 +136,15 @@ void BankTable::enableArrows()
 
 void BankTable::follow(int bank)
 {
-    if (!shown.goTo(bank)) return;
+    if (moveTo(bank)) requestBank();
+}
+
+bool BankTable::moveTo(int bank)
+{
+    if (!shown.goTo(bank)) return false;
     showBankNumber();
-    if (shown.isRead())
-        showStored();
-    else
-        requestBank();
+    if (shown.isRead()) showStored();
+    return !shown.isRead();
 }
 
 void BankTable::showBankNumber()

@@ -33,8 +33,8 @@ public:
     int currentBank() const { return shown.number(); }
     /// Shows the bank that was chosen elsewhere; it is asked for only where it has not been read.
     void follow(int bank);
-    /// Shows a bank, 0 to 99.
-    void goTo(int bank) { changeBank(bank); }
+    /// The same without asking for it; whether it has to be read.
+    bool moveTo(int bank);
     /// The editor of preset (or pad) `place` in a column.
     QWidget *editor(int place, int column) const;
     /// Asks for the shown bank; nothing without a unit.

@@ -18,11 +18,6 @@ QVector<look::Column> withDevices(QVector<look::Column> columns)
     return columns;
 }
 
-bool takesMidi(FootswitchType function)
-{
-    return function == FootswitchType::Preset || function == FootswitchType::MidiModifier;
-}
-
 }  // namespace
 
 TabMidi::TabMidi(QTableWidget *tableWidget)
