@@ -24,6 +24,7 @@
 class Arranging;
 class BankTable;
 class ComboBox;
+class DeviceArranging;
 class PreviewWidget;
 class QMenu;
 class SettingsPage;
@@ -80,6 +81,8 @@ signals:
     void changeSwitchOut(SwitchOutSetting setting, int number);
 
     void updateFirmwareSignal(const QString &path);
+    /// The user asks to see these presets.
+    void presetsAsked(const std::set<RecordId> &presets);
 
 public slots:
     void deviceFound(DataFromDevice *newData);
@@ -273,6 +276,7 @@ private:
     std::array<BankTable *, SubTabCount> bankTables{};
     std::unique_ptr<UnitFiles> files;
     std::unique_ptr<Arranging> arranging;
+    std::unique_ptr<DeviceArranging> deviceArranging;
     PreviewWidget *preview = nullptr;  // a child of its page
     std::vector<SettingBox> settingBoxes;
     QVector<ComboBox *> switchOutBoxes;
