@@ -41,7 +41,10 @@ void ControllerListWindow::addController(const Controller &controller)
     const QString number = QString::number(row + 1);
     table->insertRow(row);
 
-    QPushButton *const label = makeCell(row, 0, number);
+    QPushButton *const label =
+        makeCell(row, 0, number,
+                 QStringLiteral("background-color: %1;\ncolor: white;\nborder-radius: 5;\ntext-align: center;")
+                     .arg(look::cellColor));
     label->setFocusPolicy(Qt::NoFocus);
     label->setCursor(Qt::SizeVerCursor);
     label->installEventFilter(this);
@@ -61,8 +64,9 @@ void ControllerListWindow::addController(const Controller &controller)
     numberBoxes << box;
     connect(box, qOverload<int>(&QComboBox::currentIndexChanged), this, &ControllerListWindow::markDoubtful);
 
-    QPushButton *const uses = makeCell(row, 3, QString());
+    QPushButton *const uses = makeCell(row, 3, QString(), look::plainButtonStyle(look::selectionColor));
     uses->setAccessibleName(tr("Presets that send to controller %1").arg(number));
+    uses->setToolTip(tr("How many presets send to it; a click is OK and shows them"));
     uses->setEnabled(false);
     connect(uses, &QPushButton::clicked, this, [this, row] {
         asked = places.at(static_cast<std::size_t>(row));
@@ -71,12 +75,11 @@ void ControllerListWindow::addController(const Controller &controller)
     useButtons << uses;
 }
 
-QPushButton *ControllerListWindow::makeCell(int row, int column, const QString &text)
+QPushButton *ControllerListWindow::makeCell(int row, int column, const QString &text, const QString &style)
 {
     auto *button = new QPushButton(text, table->viewport());
     button->setFont(look::pixelFont(DataFromDevice::fontTableContent));
-    button->setStyleSheet(QStringLiteral("background-color: %1;\ncolor: white;\nborder-radius: 5;\ntext-align: center;")
-                              .arg(look::cellColor));
+    button->setStyleSheet(style);
     button->setAutoDefault(false);
     table->setCellWidget(row, column, button);
     return button;
@@ -84,10 +87,14 @@ QPushButton *ControllerListWindow::makeCell(int row, int column, const QString &
 
 void ControllerListWindow::showUses(const QStringList &counts)
 {
-    for (int row = 0; row < useButtons.size(); ++row) {
-        useButtons[row]->setText(counts[row]);
-        useButtons[row]->setEnabled(!counts[row].isEmpty());
-    }
+    for (int row = 0; row < useButtons.size(); ++row)
+        showUses(row, counts[row]);
+}
+
+void ControllerListWindow::showUses(int row, const QString &count)
+{
+    useButtons[row]->setText(count);
+    useButtons[row]->setEnabled(!count.isEmpty());
 }
 
 // --- The order
@@ -116,8 +123,7 @@ void ControllerListWindow::swapRows(int row, int other)
         nameEdits[at]->setText(text);
         nameEdits[at]->setCursorPosition(0);
         numberBoxes[at]->setCurrentIndex(item);
-        useButtons[at]->setText(count);
-        useButtons[at]->setEnabled(!count.isEmpty());
+        showUses(at, count);
     };
     show(row, otherName, otherNumber, otherUses);
     show(other, name, number, uses);

@@ -21,7 +21,7 @@ public:
     /// Shows the controllers of a MIDI device; `deviceIndex` counts from 0.
     ControllerListWindow(const MidiDevice &device, int deviceIndex, QWidget *parent);
 
-    /// Shows to how many presets each controller matters; a click ends the dialog as OK does.
+    /// Shows how many presets send to each controller, by its place; a click ends the dialog as OK does.
     void showUses(const QStringList &counts);
 
     /// What the user has altered, by the places that the controllers had.
@@ -35,7 +35,8 @@ public:
 
 private:
     void addController(const Controller &controller);
-    QPushButton *makeCell(int row, int column, const QString &text);
+    QPushButton *makeCell(int row, int column, const QString &text, const QString &style);
+    void showUses(int row, const QString &count);
     /// The controller in the row that has the focus changes places with the one above (-1) or below (1).
     void moveFocused(int step);
     void swapRows(int row, int other);

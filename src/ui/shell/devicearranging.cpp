@@ -19,6 +19,12 @@ constexpr int toldCollisions = 12;  // more would not fit a box
 
 std::set<RecordId> recordOf(int device) { return {{RecordId::Kind::MidiDevice, device}}; }
 
+/// Throws `archive::Error` if there is none.
+MidiDevice deviceOnClipboard()
+{
+    return MyDevices::deviceIn(archive::fromJson(Arranging::clipboardJson(), emptyContent()));
+}
+
 }  // namespace
 
 DeviceArranging::DeviceArranging(Arranging &arranger, UnitFiles &unitFiles, Window owner, MyDevices kept)
@@ -33,8 +39,10 @@ std::shared_ptr<const MidiDevice> DeviceArranging::stored(int device) const
 std::optional<int> DeviceArranging::copiedDevice() const
 {
     const std::set<RecordId> copied = arranging.ownCopy();
-    const bool isDevice = copied.size() == 1 && copied.begin()->kind == RecordId::Kind::MidiDevice;
-    return isDevice ? std::optional(copied.begin()->number) : std::nullopt;
+    if (copied.size() != 1 || copied.begin()->kind != RecordId::Kind::MidiDevice) return std::nullopt;
+    const int number = copied.begin()->number;
+    const auto now = stored(number);
+    return now && *now == deviceOnClipboard() ? std::optional(number) : std::nullopt;
 }
 
 void DeviceArranging::showMenu(int device, const QPoint &position)
@@ -59,8 +67,7 @@ void DeviceArranging::paste(int device)
 {
     const std::optional<int> from = copiedDevice();
     try {
-        const MidiDevice definition =
-            MyDevices::deviceIn(archive::fromJson(Arranging::clipboardJson(), emptyContent()));
+        const MidiDevice definition = deviceOnClipboard();
         offer({device,
                [=](bool carriesAlong) {
                    return arrange::pasteDevice(definition, device, carriesAlong ? from : std::nullopt);

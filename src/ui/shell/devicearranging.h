@@ -49,7 +49,8 @@ private:
         bool canCarry = true;
     };
 
-    /// The device that was copied here, while the clipboard carries it.
+    /// The device that was copied here, while the clipboard carries it and it stands there as it was: a device that was
+    /// moved meanwhile has taken along what presets send to it.
     std::optional<int> copiedDevice() const;
     std::shared_ptr<const MidiDevice> stored(int device) const;
     void paste(int device);

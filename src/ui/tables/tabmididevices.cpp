@@ -17,6 +17,7 @@ constexpr int nameColumn = 0;
 constexpr int sendCCFirstColumn = 2;
 constexpr int controllersColumn = 4;
 constexpr int usesColumn = 9;
+constexpr int countAfter = 50;  // ms
 constexpr QSize checkBoxSize(20, 20);
 constexpr QSize pencilSize(16, 16);
 
@@ -75,6 +76,7 @@ TabMidiDevices::TabMidiDevices(QTableWidget *tableWidget) : table(tableWidget)
         addRow();
     look::orderTabs(table);
     counting.setSingleShot(true);
+    counting.setInterval(countAfter);
     connect(&counting, &QTimer::timeout, this, &TabMidiDevices::showUses);
 }
 
@@ -286,8 +288,11 @@ void TabMidiDevices::controllersWidgetClicked(int row)
     });
     const UnitPart presets = knownPresets();
     QStringList counts;
-    for (int controller = 1; controller <= controllerCount; ++controller)
-        counts << usesText(presets, {row + 1, controller});
+    for (int controller = 1; controller <= controllerCount; ++controller) {
+        const bool isDefined = expected.controllers.at(static_cast<std::size_t>(controller) - 1) != Controller();
+        const MidiTarget target{row + 1, controller};
+        counts << (isDefined || !usesOf(presets, target).empty() ? usesText(presets, target) : QString());
+    }
     controllerList->showUses(counts);
     if (controllerList->exec() != QDialog::Accepted) return;
     if (controllerList->order() == sameOrder)
