@@ -10,9 +10,8 @@
 
 // What goes out by MIDI, worked out in the simplest way: by what things are called, not where they stand.
 
+/// Device, its channel, controller, its number, value, another value.
 using OutgoingMessage = std::tuple<std::string, int, std::string, int, int, int>;
-/// By footswitch, in order; what holds for the whole unit comes last. Sorted, since a list's order is nobody's promise.
-using Outgoing = std::vector<std::vector<OutgoingMessage>>;
 
 inline Messages plainMessages(const PresetData &preset)
 {
@@ -22,35 +21,32 @@ inline Messages plainMessages(const PresetData &preset)
     return messages;
 }
 
-inline Outgoing outgoing(const UnitContent &content)
+/// By footswitch, sorted; what holds for the whole unit comes last.
+inline std::vector<std::vector<OutgoingMessage>> outgoing(const UnitContent &content)
 {
-    Outgoing all;
-    // "device", channel, "controller", its number, values
-    const auto control = [&](int number, int position, int value, int other = 0) {
+    std::vector<std::vector<OutgoingMessage>> all(1);
+    const auto control = [&](unsigned number, unsigned position, int value, int other = 0) {
         static const MidiDevice nobody;
         static const Controller nothing{"none", none};
-        const bool isNone = number < 1 || number > midiDeviceCount, isOff = position < 1 || position > controllerCount;
-        const MidiDevice &device = isNone ? nobody : content.midiDevices.at(number - 1);
-        const Controller &controller = isOff ? nothing : device.controllers.at(position - 1);
+        const MidiDevice &device = number - 1 < 10 ? content.midiDevices[number - 1] : nobody;
+        const Controller &controller = position - 1 < 20 ? device.controllers[position - 1] : nothing;
         all.back().emplace_back(device.name, device.channel, controller.name, controller.number, value, other);
     };
     for (const auto &bank : content.presets)
         for (const PresetData &preset : bank) {
-            all.emplace_back();
             for (const auto &[address, value] : plainMessages(preset))
                 control(address.first, address.second, value);
-            for (int slot = 0; slot < midiDeviceCount; ++slot)
-                if (preset.programChanges.at(slot) != none)
-                    all.back().emplace_back(content.midiDevices.at(slot).name, content.midiDevices.at(slot).channel,
-                                            "program", 0, preset.programChanges.at(slot), 0);
+            for (unsigned number = 1; number <= midiDeviceCount; ++number)
+                if (preset.programChanges[number - 1] != none)
+                    control(number, 0, 1000, preset.programChanges[number - 1]);
             const PresetExpressionPedal &pedal = preset.expressionPedal;
-            control(pedal.midiDeviceNumber, pedal.controllerNumber, 1000 + pedal.toeUp, pedal.toeDown);
+            control(pedal.midiDeviceNumber, pedal.controllerNumber, 2000 + pedal.toeUp, pedal.toeDown);
+            std::sort(all.back().begin(), all.back().end());
+            all.emplace_back();
         }
-    all.emplace_back();
-    control(content.expressionPedal.midiDeviceNumber, content.expressionPedal.controllerNumber, 1000);
-    for (int number = 1; number <= midiDeviceCount; ++number)
-        control(number, content.midiDevices.at(number - 1).tapController, 2000);
-    for (auto &messages : all)
-        std::sort(messages.begin(), messages.end());
+    control(content.expressionPedal.midiDeviceNumber, content.expressionPedal.controllerNumber, 3000);
+    for (unsigned number = 1; number <= midiDeviceCount; ++number)
+        control(number, content.midiDevices[number - 1].tapController, 4000);
+    std::sort(all.back().begin(), all.back().end());
     return all;
 }
