@@ -80,7 +80,7 @@ public:
             page(table, pads ? 5 : 11, 2);
         }
         for (const char *name : {"settingsTab", "midiDevicesTab", "midiMidiIn", "midiExpressionPedal", "midiSwitchOut",
-                                 "previewTab", "presetsTab"})
+                                 "previewTab", "libraryTab", "presetsTab"})
             click(*window.findChild<QPushButton *>(QStringLiteral("pushButton_") + QLatin1String(name)));
         auto *const keyboard = window.findChild<QComboBox *>(QStringLiteral("comboBox_keyboardType"));
         for (const Fault &fault : {Fault::noise(), Fault::wrongChecksum(), Fault::errorStatus()}) {

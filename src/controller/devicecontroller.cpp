@@ -1,5 +1,6 @@
 #include "controller/devicecontroller.h"
 
+#include "controller/recordslots.h"
 #include "controller/unitsearch.h"
 #include "device/answerlength.h"
 #include "device/kora.h"
@@ -271,6 +272,17 @@ void DeviceController::getMidiDevicesData()
             slot.store(device->getMidiDevice(number++));
         }
         emit gotMidiDevicesData();
+    });
+}
+
+void DeviceController::readUnknown(const std::set<RecordId> &records)
+{
+    attempt([&] {
+        Transfer unit(*device, {[](int, int) {}, [this] { return isSkippingReads.load(); }});
+        UnitPart part = knownPart(*data, records);
+        const Transfer::Outcome outcome = unit.readUnknown(part, records);
+        publish(part, records);
+        if (outcome.failure) fail(*outcome.failure);
     });
 }
 

@@ -127,6 +127,9 @@ public slots:
     void getSwitchOut();
     void getExpressionPedalData();
 
+    /// Reads those of the records that have not been read yet, with the port held open, and announces all of them.
+    void readUnknown(const std::set<RecordId> &records);
+
     // Banks and presets: announced by gotBankAndPresetData. Names lose their control characters.
     void changeBankName(const QString &name, int bank);
     void changePresetName(const QString &name, int bank, int preset);

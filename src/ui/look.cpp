@@ -155,6 +155,13 @@ QString menuStyle()
         .arg(pageColor, selectionColor);
 }
 
+QString progressStyle()
+{
+    return QStringLiteral("QProgressBar { background-color: %1; border: none; border-radius: 8; }\n"
+                          "QProgressBar::chunk { background-color: %2; border-radius: 8; }")
+        .arg(tabColor, focusColor);
+}
+
 void setBackgroundLine(QWidget *widget, const QString &line)
 {
     static const QStringMatcher backgroundColor(QStringLiteral("background-color:"));

@@ -54,6 +54,7 @@ QString plainButtonStyle(const QString &hoverColor);
 /// A button that answers, white on black, and takes `hoverColor` under the mouse.
 QString answerButtonStyle(const QString &hoverColor);
 QString menuStyle();
+QString progressStyle();
 
 /// Replaces the first line of the widget's style sheet that sets a background colour by `line`, or appends `line` where
 /// there is none. A style sheet that would stay the same is not set again: setting one is dear.

@@ -80,7 +80,7 @@ protected:
 
 TEST_F(Markup, IsShownAsItIsByTheWholeWindow)
 {
-    for (const char *page : {"midiDevicesTab", "midiExpressionPedal", "previewTab", "presetsTab"}) {
+    for (const char *page : {"midiDevicesTab", "midiExpressionPedal", "previewTab", "libraryTab", "presetsTab"}) {
         click(QString("pushButton_") + page);
         ASSERT_TRUE(settles());
     }

@@ -50,7 +50,8 @@ const struct
              {"pushButton_midiMidiIn", "widget_midiIn", 330, 100},
              {"pushButton_midiExpressionPedal", "widget_expressionPedal", 436, 141},
              {"pushButton_midiSwitchOut", "widget_switchOut", 583, 100},
-             {"pushButton_previewTab", "widget_preview", 689, 100}};
+             {"pushButton_previewTab", "widget_preview", 689, 100},
+             {"pushButton_libraryTab", "widget_library", 795, 100}};
 const char *const subTabs[][2] = {{"pushButton_footswitchFunctionTab", "tableWidget_footswitchFunction"},
                                   {"pushButton_loopsTab", "tableWidget_loops"},
                                   {"pushButton_switchTab", "tableWidget_switch"},

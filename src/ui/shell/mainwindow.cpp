@@ -2,6 +2,7 @@
 
 #include "link/connection.h"
 #include "ui/combobox.h"
+#include "ui/library/librarywidget.h"
 #include "ui/look.h"
 #include "ui/preview/previewwidget.h"
 #include "ui/shell/arranging.h"
@@ -53,6 +54,7 @@ MainWindow::MainWindow(PortLister listPorts, QWidget *parent, DeviceController::
     connectButtons();
     makeMenu();
     makeTabs();
+    makeLibrary();
     makeSettingsPages();
     showDisconnected();
     makeController();
@@ -76,7 +78,7 @@ void MainWindow::connectButtons()
         &MainWindow::on_pushButton_settingsTab_clicked,         &MainWindow::on_pushButton_presetsTab_clicked,
         &MainWindow::on_pushButton_midiDevicesTab_clicked,      &MainWindow::on_pushButton_midiMidiIn_clicked,
         &MainWindow::on_pushButton_midiExpressionPedal_clicked, &MainWindow::on_pushButton_midiSwitchOut_clicked,
-        &MainWindow::on_pushButton_previewTab_clicked};
+        &MainWindow::on_pushButton_previewTab_clicked,          &MainWindow::on_pushButton_libraryTab_clicked};
     for (int index = 0; index < PageCount; ++index) {
         QPushButton *const button = ui.pages[static_cast<std::size_t>(index)].button;
         connect(button, &QPushButton::clicked, this, pageClicks[static_cast<std::size_t>(index)]);
@@ -135,6 +137,7 @@ void MainWindow::makeController()
     connect(unit, &DeviceController::found, this, &MainWindow::deviceFound);
     connect(unit, &DeviceController::error, this, &MainWindow::gotError);
     connectTabs();
+    connectLibrary();
     connectHistory();
     connect(this, &MainWindow::connected, unit, &DeviceController::releaseSuperseded);
     connect(&requests, &RequestQueue::dropped, this, &MainWindow::showStored);
@@ -151,6 +154,7 @@ void MainWindow::showDisconnected()
     ui.label_deviceStatus->setText(disconnectedText());
     ui.label_deviceStatus->setCursor(Qt::PointingHandCursor);  // the words open the same help as the plug
     files->setEnabled(false);
+    library->unitLost();
     ui.label_deviceFirmware->clear();
     showHistory();
 }
@@ -172,6 +176,7 @@ void MainWindow::deviceFound(DataFromDevice *newData)
         emit connected(data);
         requestOtherBanks();
         requestShownSettings();
+        if (library->isVisible()) library->opened();
     });
     showHistory();
 }

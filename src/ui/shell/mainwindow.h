@@ -25,6 +25,7 @@ class Arranging;
 class BankTable;
 class ComboBox;
 class DeviceArranging;
+class LibraryWidget;
 class PreviewWidget;
 class QMenu;
 class SettingsPage;
@@ -81,8 +82,6 @@ signals:
     void changeSwitchOut(SwitchOutSetting setting, int number);
 
     void updateFirmwareSignal(const QString &path);
-    /// The user asks to see these presets.
-    void presetsAsked(const std::set<RecordId> &presets);
 
 public slots:
     void deviceFound(DataFromDevice *newData);
@@ -105,6 +104,7 @@ public slots:
     void on_pushButton_midiExpressionPedal_clicked();
     void on_pushButton_midiSwitchOut_clicked();
     void on_pushButton_previewTab_clicked();
+    void on_pushButton_libraryTab_clicked();
     void on_pushButton_footswitchFunctionTab_clicked();
     void on_pushButton_loopsTab_clicked();
     void on_pushButton_switchTab_clicked();
@@ -206,6 +206,9 @@ private:
     void connectTabs();
     void connectBanks();
     void connectMidi();
+    /// Names of banks and presets that are edited there are changes.
+    template <typename View>
+    void connectNames(View *view);
     void requestOtherBanks();
     void bankReadFailed(int bank);
     /// A table or the preview that comes up shows the bank that was chosen last in another.
@@ -215,6 +218,16 @@ private:
         view.follow(chosenBank);
         view.retry();
     }
+
+    // mainwindow_library.cpp: the library
+    void makeLibrary();
+    void connectLibrary();
+    /// Shows where these values stand in the library if that is shown, and none of them stands elsewhere.
+    bool showInLibrary(const std::vector<Difference> &values);
+    /// Goes to a bank on the presets page.
+    void openBank(int bank);
+    /// All tables and the preview go to a bank.
+    void jumpTo(int bank);
 
     // mainwindow_firmware.cpp: the firmware upload
     void connectFirmware();
@@ -278,6 +291,7 @@ private:
     std::unique_ptr<Arranging> arranging;
     std::unique_ptr<DeviceArranging> deviceArranging;
     PreviewWidget *preview = nullptr;  // a child of its page
+    LibraryWidget *library = nullptr;  // as well
     std::vector<SettingBox> settingBoxes;
     QVector<ComboBox *> switchOutBoxes;
     ComboBox *pedalDevice = nullptr;

@@ -139,7 +139,7 @@ void MainWindow::tellStayed(const QStringList &places)
 
 void MainWindow::showValues(const std::vector<Difference> &values)
 {
-    if (values.empty() || isClosing) return;
+    if (values.empty() || isClosing || showInLibrary(values)) return;
     const EditorPlace first = placeOf(values.front());
     const bool isElsewhere = ui.page(first.page)->isHidden();
     QPushButton *const focused = focusedButton();
@@ -147,6 +147,7 @@ void MainWindow::showValues(const std::vector<Difference> &values)
     if (first.page == PresetsPageIndex) {
         if (ui.table(first.subTab)->isHidden()) ui.subTabs[first.subTab].button->click();
         bankTables[first.subTab]->goTo(first.bank);
+        jumpTo(first.bank);
     }
     if (isElsewhere && !focused && first.editor) first.editor->setFocus();
     for (const Difference &value : values) {

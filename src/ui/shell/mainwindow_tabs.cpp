@@ -1,4 +1,5 @@
 #include "model/places.h"
+#include "ui/library/librarywidget.h"
 #include "ui/preview/previewwidget.h"
 #include "ui/shell/arranging.h"
 #include "ui/shell/devicearranging.h"
@@ -76,11 +77,9 @@ void MainWindow::connectBanks()
         connect(unit, &Unit::gotBankAndPresetData, tab, &BankTable::gotBankAndPresetData);
         connect(tab, &BankTable::bankChosen, this, noteBank);
         connect(tab, &BankTable::menuAsked, arranging.get(), &Arranging::showMenu);
-        requests.connectChange(tab, &BankTable::changeBankNameSignal, &Unit::changeBankName,
-                               [](const QString &, int bank) { return places::bank(bank) + ": NAME"; });
-        requests.connectChange(tab, &BankTable::changePresetNameSignal, &Unit::changePresetName,
-                               [](const QString &, int bank, int preset) { return presetWords(bank, preset, "NAME"); });
+        connectNames(tab);
     }
+    connectNames(library);
     requests.connectRead(preview, &PreviewWidget::getBankAndPresetData, &Unit::getBankAndPresetData, "preview",
                          readFailed);
     connect(unit, &Unit::gotBankAndPresetData, preview, &PreviewWidget::gotBankAndPresetData);
@@ -114,6 +113,15 @@ void MainWindow::connectBanks()
                            ofBank("WAH PAD 2 ACTION"));
 }
 
+template <typename View>
+void MainWindow::connectNames(View *view)
+{
+    requests.connectChange(view, &View::changeBankNameSignal, &Unit::changeBankName,
+                           [](const QString &, int bank) { return places::bank(bank) + ": NAME"; });
+    requests.connectChange(view, &View::changePresetNameSignal, &Unit::changePresetName,
+                           [](const QString &, int bank, int preset) { return presetWords(bank, preset, "NAME"); });
+}
+
 void MainWindow::connectMidi()
 {
     Unit *const unit = controller.get();
@@ -137,7 +145,6 @@ void MainWindow::connectMidi()
     connect(devices, &TabMidiDevices::controllersNamesOrNumberChanged, unit, &Unit::controllersNamesOrNumberChanged);
     connect(unit, &Unit::gotMidiDevicesData, devices, &TabMidiDevices::gotMidiDevicesData);
     connect(unit, &Unit::gotBankAndPresetData, devices, &TabMidiDevices::countUses);
-    connect(devices, &TabMidiDevices::presetsAsked, this, &MainWindow::presetsAsked);
     connect(devices, &TabMidiDevices::menuAsked, deviceArranging.get(), &DeviceArranging::showMenu);
     connect(devices, &TabMidiDevices::controllersMoved, deviceArranging.get(), &DeviceArranging::reorderControllers);
     const auto changes = [&](auto signal, auto slot, const char *what) {

@@ -145,6 +145,7 @@ void MainWindowForm::makePages()
         {"pushButton_midiExpressionPedal", "EXPRESSION PEDAL", "widget_expressionPedal", 141},
         {"pushButton_midiSwitchOut", "SWITCH OUT", "widget_switchOut"},
         {"pushButton_previewTab", "PREVIEW", "widget_preview"},
+        {"pushButton_libraryTab", "LIBRARY", "widget_library"},
     }};
     int left = pageArea.left();
     for (std::size_t index = 0; index < PageCount; ++index) {
@@ -222,9 +223,7 @@ QProgressBar *MainWindowForm::makeProgress(const char *name, const QRect &place,
     progress->setRange(0, 100);
     progress->setTextVisible(false);
     progress->setAccessibleName(accessibleName);
-    progress->setStyleSheet(QStringLiteral("QProgressBar { background-color: %1; border: none; border-radius: 8; }\n"
-                                           "QProgressBar::chunk { background-color: %2; border-radius: 8; }")
-                                .arg(look::tabColor, look::focusColor));
+    progress->setStyleSheet(look::progressStyle());
     return progress;
 }
 

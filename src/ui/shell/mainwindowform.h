@@ -19,6 +19,7 @@ enum PageIndex {
     ExpressionPedalPageIndex,
     SwitchOutPageIndex,
     PreviewPageIndex,
+    LibraryPageIndex,
     PageCount
 };
 

@@ -1,0 +1,206 @@
+// The library: all banks at a glance, found, renamed, opened and arranged from there.
+
+#include "ui/editor.h"
+#include "ui/library/librarymodel.h"
+#include "ui/library/libraryview.h"
+#include "ui/preview/previewwidget.h"
+
+#include <QAction>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QMimeData>
+#include <QProgressBar>
+#include <QWindow>
+
+namespace {
+
+class Library : public Editor
+{
+protected:
+    Library() : Editor(content()) {}
+
+    /// A musician's content without the names that the tests look for, but for a few.
+    static UnitMemory content()
+    {
+        UnitMemory memory = musicianContent();
+        for (auto &bank : memory.presets)
+            for (PresetData &preset : bank) {
+                preset.name = "P";
+                preset.programChanges[3] = none;
+                std::erase_if(preset.controlChanges, [](const auto &change) { return change.midiDeviceNumber == 4; });
+                preset.expressionPedal = {};
+            }
+        memory.banks[41].name = "R\u00caVERIE";
+        memory.presets[7][2].name = "Straße";
+        memory.midiDevices[3].name = "ECHO";
+        memory.presets[50][1].programChanges[3] = 5;
+        memory.presets[51][2].controlChanges = {{4, 1, 64}};
+        memory.presets[52][3].expressionPedal = {4, 1, ExpressionPedalCharacteristic::Linear, 0, 127};
+        memory.presets[53][4].controlChanges = {{4, 1, inactiveValue}};  // sends nothing
+        for (const std::size_t bank : {50U, 51U, 52U, 53U, 54U})
+            for (PresetData &preset : memory.presets[bank])
+                preset.footswitchFunction = FootswitchType::Preset;
+        memory.presets[54][5].footswitchFunction = FootswitchType::LoopModifier;  // neither does this
+        memory.presets[54][5].programChanges[3] = 5;
+        return memory;
+    }
+
+    LibraryView &table() const { return find<LibraryView>("tableView_library"); }
+    QModelIndex at(int row, int column) const { return table().model()->index(row, column); }
+    QString text(int row, int column) const { return at(row, column).data().toString(); }
+
+    void open()
+    {
+        click("pushButton_libraryTab");
+        ASSERT_TRUE(settles());
+    }
+    void select(const std::vector<std::pair<int, int>> &cells)
+    {
+        table().setFocus();
+        table().clearSelection();
+        const QModelIndex current = at(cells.front().first, cells.front().second);
+        table().selectionModel()->setCurrentIndex(current, QItemSelectionModel::Select);
+        for (const auto &[row, column] : cells)
+            table().selectionModel()->select(at(row, column), QItemSelectionModel::Select);
+    }
+    void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        QApplication::setActiveWindow(&window);  // also after a dialog
+        QTest::keyClick(&table(), static_cast<Qt::Key>(key), modifiers);
+        ASSERT_TRUE(settles());
+    }
+    void trigger(const QString &text)
+    {
+        for (QAction *const action : table().actions())
+            if (action->text() == text) {
+                EXPECT_TRUE(action->isEnabled()) << text.toStdString();
+                action->trigger();
+            }
+        ASSERT_TRUE(settles());
+    }
+    /// The banks that are shown, each with the columns that shine.
+    QString found(const QString &search)
+    {
+        type(find<QLineEdit>("lineEdit_find"), search, Qt::Key_unknown);
+        QStringList shown;
+        for (int row = 0; row < table().model()->rowCount(); ++row) {
+            QString bank = text(row, 0);
+            for (int column = 1; column < LibraryModel::ColumnCount; ++column)
+                if (at(row, column).data(LibraryModel::MatchRole).toBool()) bank += '/' + QString::number(column);
+            shown << bank;
+        }
+        return shown.join(' ');
+    }
+};
+
+}  // namespace
+
+TEST_F(Library, ReadsWhatIsNotKnownWhenItIsOpenedAndStaysUsable)
+{
+    EXPECT_EQ(requests(), Requests());
+    unit.setDelay(std::chrono::milliseconds(1));
+    click("pushButton_libraryTab");
+    auto &progress = find<QProgressBar>("progressBar_library");
+    EXPECT_EQ(text(0, 1), "OPENING SET");  // known
+    EXPECT_EQ(text(3, 1), "");
+    ASSERT_TRUE(becomes([&] { return text(3, 1) == "\u00dcBER DEN D\u00c4CHERN"; }));
+    EXPECT_TRUE(progress.isVisible() && progress.value() >= 4 && progress.value() < 90);
+    click("pushButton_settingsTab");  // gets in between
+    ASSERT_TRUE(becomes([&] { return find<QComboBox>("comboBox_keyboardType").currentIndex() >= 0; }));
+    click("pushButton_libraryTab");
+    EXPECT_EQ(text(99, 1), "");
+    click("pushButton_stopReading");
+    ASSERT_TRUE(settles());
+    EXPECT_EQ(text(99, 1), "");
+    click("pushButton_presetsTab");
+    open();  // what the user has stopped does not begin by itself
+    EXPECT_EQ(text(99, 1), "");
+    click("pushButton_stopReading");
+    ASSERT_TRUE(settles());
+    EXPECT_EQ(text(99, 1), "BANK 99");
+    EXPECT_EQ(at(8, 2 + 9).data(Qt::BackgroundRole).value<QColor>(), QColor(250, 131, 15));
+    EXPECT_FALSE(progress.isVisible());
+    Requests asked = requests();
+    EXPECT_EQ(std::erase(asked, "ROS"), 1U);
+    std::sort(asked.begin(), asked.end());
+    EXPECT_EQ(asked.size(), 99U * 11);
+    EXPECT_EQ(std::adjacent_find(asked.begin(), asked.end()), asked.end());
+
+    unit.unplug();
+    ASSERT_TRUE(becomes([&] {
+        click("pushButton_settingsTab");
+        return !isConnected();
+    }));
+    click("pushButton_libraryTab");
+    unit.alter([](UnitMemory &memory) { memory.banks[99].name = "NEW"; });
+    unit.plugIn();
+    ASSERT_TRUE(becomes([&] { return text(99, 1) == "NEW"; }));
+}
+
+TEST_F(Library, FindsNamesWithoutCaseAndAccentsAndWhatIsSentToADevice)
+{
+    open();
+    EXPECT_EQ(found("reverie"), "41/1");
+    EXPECT_EQ(found("STRASSE"), "7/4 19/1");
+    EXPECT_EQ(found("n\u0303ana"), "14/1");
+    EXPECT_EQ(found("ech"), "50/3 51/4 52/5");
+    EXPECT_EQ(found("nowhere"), "");
+    unit.alter([](UnitMemory &memory) { memory.banks[9].name = "NOWHERE"; });
+    type(edit("loops", 1, 0), "9");  // a bank that is read while something is searched for
+    ASSERT_TRUE(settles());
+    EXPECT_EQ(table().model()->rowCount(), 1);
+    find<QLineEdit>("lineEdit_find").setFocus();
+    QTest::keyClick(&find<QLineEdit>("lineEdit_find"), Qt::Key_Escape);
+    EXPECT_EQ(table().model()->rowCount(), 100);
+    table().setFocus();
+    QTest::keyClick(&table(), Qt::Key_F, Qt::ControlModifier);
+    EXPECT_TRUE(find<QLineEdit>("lineEdit_find").hasFocus());
+}
+
+TEST_F(Library, RenamesInPlaceAndOpensABank)
+{
+    open();
+    requests();
+    const auto rename = [this](int row, int column, int key, const QString &name, Qt::Key end) {
+        select({{row, column}});
+        QTest::keyClick(&table(), static_cast<Qt::Key>(key));
+        auto *const editor = table().viewport()->findChild<QLineEdit *>();
+        ASSERT_TRUE(editor);
+        type(*editor, name, end);
+        EXPECT_TRUE(becomes([this] { return !table().viewport()->findChild<QLineEdit *>(); }));
+    };
+    rename(12, 1, Qt::Key_F2, "HAVEN", Qt::Key_Return);
+    rename(12, 5, Qt::Key_Q, "QUIET", Qt::Key_Return);
+    rename(12, 6, Qt::Key_F2, "NOT THIS", Qt::Key_Escape);
+    rename(12, 7, Qt::Key_F2, "P", Qt::Key_Return);  // as it was
+    EXPECT_EQ(requests(), (Requests{"WBB|A12|BHAVEN", "WBP|A12|B3|CQUIET"}));
+    EXPECT_EQ(text(12, 1) + text(12, 5), "HAVENQUIET");
+
+    select({{12, 5}});
+    press(Qt::Key_Return);
+    EXPECT_TRUE(find<QWidget>("widget_presets").isVisible());
+    for (const char *name : {"footswitchFunction", "loops", "switch", "midi"})
+        EXPECT_EQ(edit(name, 5, 0).text() + edit(name, 4, name[0] == 'f' ? 4 : 3).text(), "12QUIET") << name;
+    EXPECT_EQ(window.findChild<PreviewWidget *>()->currentBank(), 12);
+    EXPECT_EQ(requests(), Requests());
+}
+
+TEST_F(Library, ArrangesByKeysMouseAndMenuAndShowsWhatUndoTakesBack)
+{
+    open();
+    const UnitMemory before = unit.memory();
+    select({{41, 3}, {7, 4}, {50, 3}});
+    press(Qt::Key_C, Qt::ControlModifier);
+    select({{98, 10}});
+    press(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_TRUE(unit.memory().presets[98][8] == before.presets[7][2]);
+    EXPECT_TRUE(unit.memory().presets[99][0] == before.presets[50][1]);
+    select({{41, 1}});
+    const auto asked = nextBox(QMessageBox::Yes);
+    press(Qt::Key_Delete);
+    EXPECT_TRUE(asked->startsWith("CLEAR|"));
+    EXPECT_EQ(text(41, 1), "");
+    select({{41, 0}});
+    trigger("REMOVE BANK");
+    EXPECT_TRUE(unit.memory().banks[41].name == before.banks[42].name);
+}
