@@ -30,7 +30,7 @@ const Layout layouts[] = {
 };
 const Layout devices{"midiDevices",
                      "DEVICE NAME 160,CHANNEL 95,SEND CC FIRST 100,TAP TEMPO 145,CONTROLLERS 110,TAP CONTROLLER 130,"
-                     "TAP CONTROLLER VALUE 170,TAP TEMPO NOTE NO 150,TAP TEMPO NOTE 130",
+                     "TAP CONTROLLER VALUE 170,TAP TEMPO NOTE NO 150,TAP TEMPO NOTE 130,PRESETS 90",
                      0, 9, 50};
 
 class Tables : public Editor

@@ -6,19 +6,25 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QMouseEvent>
 #include <QPushButton>
+#include <QShortcut>
 #include <QTableWidget>
 #include <QVBoxLayout>
 
 ControllerListWindow::ControllerListWindow(const MidiDevice &device, int deviceIndex, QWidget *parent)
-    : MidiDeviceDialog(QStringLiteral("ControllerListWindow"), parent)
+    : MidiDeviceDialog(QStringLiteral("ControllerListWindow"), parent), stored(device.controllers)
 {
     QLabel *const title = makeTitle(deviceIndex, device.name);
-    table = makeTable({{"NO", 60}, {"NAME", 150}, {"NUMBER", 130}}, 525);
-    for (const Controller &controller : device.controllers)
+    table = makeTable({{"NO", 60}, {"NAME", 150}, {"NUMBER", 130}, {"PRESETS", 80}}, 525);
+    for (const Controller &controller : stored)
         addController(controller);
     look::orderTabs(table);
     markDoubtful();
+    for (const auto &[key, step] : {std::pair(Qt::Key_Up, -1), {Qt::Key_Down, 1}}) {
+        auto *shortcut = new QShortcut(QKeySequence(static_cast<int>(Qt::ALT) + key), this);
+        connect(shortcut, &QShortcut::activated, this, [this, step = step] { moveFocused(step); });
+    }
 
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(20, 20, 20, 20);
@@ -35,13 +41,13 @@ void ControllerListWindow::addController(const Controller &controller)
     const QString number = QString::number(row + 1);
     table->insertRow(row);
 
-    auto *label = new QPushButton(number, table->viewport());
-    label->setFont(look::pixelFont(DataFromDevice::fontTableContent));
-    label->setStyleSheet(QStringLiteral("background-color: %1;\ncolor: white;\nborder-radius: 5;\ntext-align: center;")
-                             .arg(look::cellColor));
+    QPushButton *const label =
+        makeCell(row, 0, number,
+                 QStringLiteral("background-color: %1;\ncolor: white;\nborder-radius: 5;\ntext-align: center;")
+                     .arg(look::cellColor));
     label->setFocusPolicy(Qt::NoFocus);
-    label->setAutoDefault(false);
-    table->setCellWidget(row, 0, label);
+    label->setCursor(Qt::SizeVerCursor);
+    label->installEventFilter(this);
     labels << label;
 
     auto *name = new NameEdit(table->viewport(), QString::fromStdString(controller.name));
@@ -56,9 +62,95 @@ void ControllerListWindow::addController(const Controller &controller)
     box->setCurrentIndex(controlValueIndex(controller.number));
     table->setCellWidget(row, 2, box);
     numberBoxes << box;
-    shownNumbers << box->currentIndex();
     connect(box, qOverload<int>(&QComboBox::currentIndexChanged), this, &ControllerListWindow::markDoubtful);
+
+    QPushButton *const uses = makeCell(row, 3, QString(), look::plainButtonStyle(look::selectionColor));
+    uses->setAccessibleName(tr("Presets that send to controller %1").arg(number));
+    uses->setToolTip(tr("How many presets send to it; a click is OK and shows them"));
+    uses->setEnabled(false);
+    connect(uses, &QPushButton::clicked, this, [this, row] {
+        asked = places.at(static_cast<std::size_t>(row));
+        on_pushButton_ok_clicked();
+    });
+    useButtons << uses;
 }
+
+QPushButton *ControllerListWindow::makeCell(int row, int column, const QString &text, const QString &style)
+{
+    auto *button = new QPushButton(text, table->viewport());
+    button->setFont(look::pixelFont(DataFromDevice::fontTableContent));
+    button->setStyleSheet(style);
+    button->setAutoDefault(false);
+    table->setCellWidget(row, column, button);
+    return button;
+}
+
+void ControllerListWindow::showUses(const QStringList &counts)
+{
+    for (int row = 0; row < useButtons.size(); ++row)
+        showUses(row, counts[row]);
+}
+
+void ControllerListWindow::showUses(int row, const QString &count)
+{
+    useButtons[row]->setText(count);
+    useButtons[row]->setEnabled(!count.isEmpty());
+}
+
+// --- The order
+
+void ControllerListWindow::moveFocused(int step)
+{
+    const QWidget *const focused = table->focusWidget();
+    if (!focused || !table->isAncestorOf(focused)) return;
+    const QModelIndex place = table->indexAt(focused->mapTo(table->viewport(), focused->rect().center()));
+    const int to = place.row() + step;
+    if (!place.isValid() || to < 0 || to >= nameEdits.size()) return;
+    swapRows(place.row(), to);
+    table->cellWidget(to, place.column())->setFocus(Qt::TabFocusReason);
+    table->scrollTo(place.sibling(to, 0));
+}
+
+void ControllerListWindow::swapRows(int row, int other)
+{
+    const QString name = nameEdits[row]->text(), otherName = nameEdits[other]->text();
+    const int number = numberBoxes[row]->currentIndex(), otherNumber = numberBoxes[other]->currentIndex();
+    const QString uses = useButtons[row]->text(), otherUses = useButtons[other]->text();
+    std::swap(places.at(static_cast<std::size_t>(row)), places.at(static_cast<std::size_t>(other)));
+    const auto show = [this](int at, const QString &text, int item, const QString &count) {
+        const std::size_t place = places.at(static_cast<std::size_t>(at));
+        nameEdits[at]->showStored(QString::fromStdString(stored.at(place).name));
+        nameEdits[at]->setText(text);
+        nameEdits[at]->setCursorPosition(0);
+        numberBoxes[at]->setCurrentIndex(item);
+        showUses(at, count);
+    };
+    show(row, otherName, otherNumber, otherUses);
+    show(other, name, number, uses);
+}
+
+bool ControllerListWindow::eventFilter(QObject *watched, QEvent *event)
+{
+    const int label = labels.indexOf(static_cast<QPushButton *>(watched));
+    if (label >= 0) drag(label, event);
+    return MidiDeviceDialog::eventFilter(watched, event);
+}
+
+void ControllerListWindow::drag(int label, QEvent *event)
+{
+    if (event->type() == QEvent::MouseButtonPress) draggedRow = label;
+    if (event->type() == QEvent::MouseButtonRelease) draggedRow = -1;
+    if (event->type() != QEvent::MouseMove || draggedRow < 0) return;
+    const QPoint place = table->viewport()->mapFromGlobal(static_cast<QMouseEvent *>(event)->globalPos());
+    const int to = table->rowAt(place.y());
+    while (to >= 0 && draggedRow != to) {
+        const int next = draggedRow + (to > draggedRow ? 1 : -1);
+        swapRows(draggedRow, next);
+        draggedRow = next;
+    }
+}
+
+// --- What is doubtful, what was altered
 
 void ControllerListWindow::markDoubtful()
 {
@@ -67,8 +159,9 @@ void ControllerListWindow::markDoubtful()
         look::setBackgroundLine(
             labels[row],
             QStringLiteral("background-color: %1;").arg(reason.isEmpty() ? look::cellColor : look::rejectColor));
-        for (QWidget *const widget : {static_cast<QWidget *>(labels[row]), static_cast<QWidget *>(numberBoxes[row])})
-            widget->setToolTip(reason);
+        labels[row]->setToolTip(reason.isEmpty() ? tr("Drag it, or Alt+Up and Alt+Down, to move the controller")
+                                                 : reason);
+        numberBoxes[row]->setToolTip(reason);
         nameEdits[row]->setAccessibleDescription(reason);
     }
 }
@@ -89,10 +182,10 @@ ControllerEdit ControllerListWindow::edit() const
 {
     ControllerEdit edit;
     for (int row = 0; row < nameEdits.size(); ++row) {
-        const auto slot = static_cast<std::size_t>(row);
-        if (nameEdits[row]->isAltered()) edit.names[slot] = nameEdits[row]->text().toStdString();
+        const std::size_t place = places.at(static_cast<std::size_t>(row));
+        if (nameEdits[row]->isAltered()) edit.names[place] = nameEdits[row]->text().toStdString();
         const int number = numberBoxes[row]->currentIndex();
-        if (number != shownNumbers[row]) edit.numbers[slot] = controlValueAt(number);
+        if (number != controlValueIndex(stored.at(place).number)) edit.numbers[place] = controlValueAt(number);
     }
     return edit;
 }

@@ -1,6 +1,7 @@
 #include "ui/library/librarymodel.h"
 
 #include "model/controlchanges.h"
+#include "model/midiuse.h"
 #include "model/places.h"
 #include "ui/library/foldedtext.h"
 #include "ui/look.h"
@@ -39,7 +40,7 @@ void LibraryModel::setUnit(DataFromDevice *newUnit)
 LibraryModel::Devices LibraryModel::devicesOf(const PresetData &preset)
 {
     Devices devices;
-    if (!takesMidi(preset.footswitchFunction)) return devices;
+    if (!sendsMidi(preset.footswitchFunction)) return devices;
     const auto add = [&](int device) {
         if (range::device.contains(device)) devices.set(static_cast<std::size_t>(device - 1));
     };

@@ -6,6 +6,7 @@
 #include "ui/look.h"
 
 #include <QHBoxLayout>
+#include <QItemSelectionModel>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QProgressBar>
@@ -186,4 +187,17 @@ void LibraryWidget::lightUp(const std::set<RecordId> &records)
     if (cell.isValid()) view->scrollTo(cell);
     model.light(records);
     lightsOut.start();
+}
+
+void LibraryWidget::select(const std::set<RecordId> &presets)
+{
+    find->clear();
+    QItemSelection cells;
+    for (const RecordId &id : presets) {
+        const QModelIndex cell =
+            filter.mapFromSource(model.index(id.number, LibraryModel::FirstPresetColumn + id.preset));
+        cells.select(cell, cell);
+    }
+    view->selectionModel()->select(cells, QItemSelectionModel::ClearAndSelect);
+    if (!cells.isEmpty()) view->scrollTo(cells.front().topLeft());
 }

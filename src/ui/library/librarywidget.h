@@ -49,6 +49,8 @@ public:
     void readFailed();
     /// Scrolls to these banks and presets, and lights them up for a second.
     void lightUp(const std::set<RecordId> &records);
+    /// Selects these presets, and shows all rows.
+    void select(const std::set<RecordId> &presets);
 
 public slots:
     void loadDataFromDevice(DataFromDevice *dataFromDevice);

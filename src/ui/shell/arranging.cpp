@@ -22,14 +22,6 @@ constexpr int toldDifferences = 12;  // more would not fit a box
 
 QString mimeType() { return QStringLiteral("application/x-kora"); }
 
-/// The JSON on the clipboard; empty if there is none.
-QByteArray clipboardJson()
-{
-    const QMimeData *const held = QGuiApplication::clipboard()->mimeData();
-    if (!held) return {};
-    return held->hasFormat(mimeType()) ? held->data(mimeType()) : held->text().toUtf8();
-}
-
 std::set<RecordId> recordsOf(const std::set<int> &banks)
 {
     std::set<RecordId> records;
@@ -86,6 +78,13 @@ void Arranging::cut(const std::set<RecordId> &selection)
 {
     copy(selection);
     isCut = isOwn() && copied == selection;
+}
+
+QByteArray Arranging::clipboardJson()
+{
+    const QMimeData *const held = QGuiApplication::clipboard()->mimeData();
+    if (!held) return {};
+    return held->hasFormat(mimeType()) ? held->data(mimeType()) : held->text().toUtf8();
 }
 
 bool Arranging::isOwn() const { return !copied.empty() && QString::fromUtf8(clipboardJson()) == copiedText; }

@@ -42,6 +42,10 @@ public:
 
     /// Puts them on the clipboard; nothing if a record of them has not been read yet.
     void copy(const std::set<RecordId> &selection);
+    /// What was copied here, as long as the clipboard carries it.
+    std::set<RecordId> ownCopy() const { return isOwn() ? copied : std::set<RecordId>(); }
+    /// The JSON on the clipboard; empty if there is none.
+    static QByteArray clipboardJson();
     /// Whether all of these records have been read.
     bool isKnown(const std::set<RecordId> &selection) const;
     /// As `copy`; they are cleared when they are pasted.

@@ -6,6 +6,7 @@
 #include "ui/look.h"
 #include "ui/preview/previewwidget.h"
 #include "ui/shell/arranging.h"
+#include "ui/shell/devicearranging.h"
 #include "ui/shell/unitfiles.h"
 #include "ui/tables/tabfootswitchfunction.h"
 #include "ui/tables/tabloops.h"

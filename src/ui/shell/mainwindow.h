@@ -26,6 +26,7 @@
 class Arranging;
 class BankTable;
 class ComboBox;
+class DeviceArranging;
 class LibraryWidget;
 class PreviewWidget;
 class QMenu;
@@ -304,6 +305,7 @@ private:
     std::array<BankTable *, SubTabCount> bankTables{};
     std::unique_ptr<UnitFiles> files;
     std::unique_ptr<Arranging> arranging;
+    std::unique_ptr<DeviceArranging> deviceArranging;
     PreviewWidget *preview = nullptr;  // a child of its page
     LibraryWidget *library = nullptr;  // as well
     std::vector<SettingBox> settingBoxes;

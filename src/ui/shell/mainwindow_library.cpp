@@ -2,6 +2,7 @@
 #include "ui/preview/previewwidget.h"
 #include "ui/shell/mainwindow.h"
 #include "ui/tables/banktable.h"
+#include "ui/tables/tabmididevices.h"
 
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -25,6 +26,10 @@ void MainWindow::connectLibrary()
     connect(unit, &Unit::gotBankAndPresetData, library, &LibraryWidget::gotBankAndPresetData);
     connect(unit, &Unit::gotMidiDevicesData, library, &LibraryWidget::gotMidiDevicesData);
     connect(library, &LibraryWidget::bankOpened, this, &MainWindow::openBank);
+    connect(tabMidiDevices.get(), &TabMidiDevices::presetsAsked, this, [this](const std::set<RecordId> &presets) {
+        ui.pages[LibraryPageIndex].button->click();
+        library->select(presets);
+    });
 }
 
 void MainWindow::on_pushButton_libraryTab_clicked()

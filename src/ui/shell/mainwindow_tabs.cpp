@@ -2,6 +2,7 @@
 #include "ui/library/librarywidget.h"
 #include "ui/preview/previewwidget.h"
 #include "ui/shell/arranging.h"
+#include "ui/shell/devicearranging.h"
 #include "ui/shell/mainwindow.h"
 #include "ui/tables/tabfootswitchfunction.h"
 #include "ui/tables/tabloops.h"
@@ -146,6 +147,9 @@ void MainWindow::connectMidi()
     devices->setSubmit(submit, unitIsGone);
     connect(devices, &TabMidiDevices::controllersNamesOrNumberChanged, unit, &Unit::controllersNamesOrNumberChanged);
     connect(unit, &Unit::gotMidiDevicesData, devices, &TabMidiDevices::gotMidiDevicesData);
+    connect(unit, &Unit::gotBankAndPresetData, devices, &TabMidiDevices::countUses);
+    connect(devices, &TabMidiDevices::menuAsked, deviceArranging.get(), &DeviceArranging::showMenu);
+    connect(devices, &TabMidiDevices::controllersMoved, deviceArranging.get(), &DeviceArranging::reorderControllers);
     const auto changes = [&](auto signal, auto slot, const char *what) {
         requests.connectChange(devices, signal, slot, ofMidiDevice(what));
     };

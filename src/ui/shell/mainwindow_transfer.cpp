@@ -1,4 +1,5 @@
 #include "ui/shell/arranging.h"
+#include "ui/shell/devicearranging.h"
 #include "ui/shell/mainwindow.h"
 #include "ui/shell/unitfiles.h"
 #include "ui/tables/banktable.h"
@@ -27,6 +28,9 @@ void MainWindow::makeUnitFiles(QMenu &backup, QMenu &restore, QMenu &reset)
                                     Arranging::Window{this, [this](const QString &text) { showTransfer(text); },
                                                       [this] { hideTransfer(); }, [this] { return canChange(); }});
     connect(this, &MainWindow::connected, arranging.get(), &Arranging::setModel);
+    deviceArranging = std::make_unique<DeviceArranging>(*arranging, *files,
+                                                        DeviceArranging::Window{this, [this] { return canChange(); }});
+    connect(this, &MainWindow::connected, deviceArranging.get(), &DeviceArranging::setModel);
     connect(ui.pushButton_cancelTransfer, &QPushButton::clicked, this, [this] { files->cancel(); });
     connect(controller.get(), &DeviceController::transferProgress, ui.progressBar_transfer,
             [progress = ui.progressBar_transfer](int done, int total) {

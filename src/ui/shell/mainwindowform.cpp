@@ -166,8 +166,8 @@ void MainWindowForm::makePages()
     for (std::size_t index = 0; index < PageCount; ++index) {
         const QLatin1String name(rows[index].page);
         if (index == MidiDevicesPageIndex) {
-            pages[index].widget = makeTable(body, rows[index].page, pageArea, 0, 9);
-            body->setStyleSheet(QStringLiteral("#%1 { padding: 10px 54px; border-radius: 8; }").arg(name));
+            pages[index].widget = makeTable(body, rows[index].page, pageArea, 0, 10);
+            body->setStyleSheet(QStringLiteral("#%1 { padding: 10px 9px; border-radius: 8; }").arg(name));
         } else {
             auto *widget = make<QWidget>(body, rows[index].page, pageArea);
             widget->setAttribute(Qt::WA_StyledBackground);

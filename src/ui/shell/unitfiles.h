@@ -44,12 +44,14 @@ public:
     void protect(const std::function<void()> &then);
     /// Shows in what the unit differs from a file, and writes what the user chooses of it.
     void restoreFrom(const QString &path);
+    using Then = std::function<void(const TransferReport &)>;
+    /// Reads records as one transfer behind the veil, and goes on with what was read; not if that fails, which is told,
+    /// or the user stops it.
+    void read(const std::set<RecordId> &records, const QString &busyText, Then then);
     /// Ends the transfer that runs, between two exchanges.
     void cancel();
 
 private:
-    using Then = std::function<void(const TransferReport &)>;
-
     void backUp(const QString &suggestedName, const std::set<RecordId> &records);
     void compareWith(const QString &path);
     void clear(const std::set<RecordId> &records);
@@ -63,7 +65,6 @@ private:
     QString openPath(const QString &title, const QString &folder = QString());
     /// Loads a file; tells why it cannot be and returns nothing then.
     std::optional<UnitPart> load(const QString &path, const UnitContent &base = {});
-    void read(const std::set<RecordId> &records, const QString &busyText, Then then);
     void transferred(const TransferReport &report);
 
     RequestQueue &requests;

@@ -4,12 +4,6 @@
 
 #include <QString>
 
-/// Whether presets with this function send MIDI messages.
-inline bool takesMidi(FootswitchType function)
-{
-    return function == FootswitchType::Preset || function == FootswitchType::MidiModifier;
-}
-
 /// What a preset sends to a MIDI device, in few words: "PC 12, MIX = 64, DECAY toggles, PEDAL: MIX 0 to 127". Empty
 /// when it sends nothing. `device` is 1 to 10.
 QString midiSummary(const PresetData &preset, int device, const MidiDevice &definition);

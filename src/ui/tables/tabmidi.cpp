@@ -1,5 +1,6 @@
 #include "ui/tables/tabmidi.h"
 
+#include "model/midiuse.h"
 #include "model/places.h"
 #include "ui/dialogs/midieditorwindow.h"
 #include "ui/namebutton.h"
@@ -88,7 +89,7 @@ void TabMidi::refreshButtons()
 
 void TabMidi::refreshButton(NameButton *button, const PresetData &preset, int device)
 {
-    const bool sends = takesMidi(preset.footswitchFunction);
+    const bool sends = sendsMidi(preset.footswitchFunction);
     const auto &definition = toldDevices[static_cast<std::size_t>(device)];
     const QString summary = sends && definition ? midiSummary(preset, device + 1, *definition) : QString();
     const QString why = preset.footswitchFunction == FootswitchType::LoopModifier
@@ -107,7 +108,7 @@ std::shared_ptr<const PresetData> TabMidi::editableRecord(int bank, int preset) 
     if (!shown.data()) return nullptr;
     const auto stored =
         shown.data()->presetData.at(static_cast<std::size_t>(bank)).at(static_cast<std::size_t>(preset)).load();
-    if (!stored || !takesMidi(stored->footswitchFunction)) return nullptr;
+    if (!stored || !sendsMidi(stored->footswitchFunction)) return nullptr;
     auto expected = std::make_shared<PresetData>(*stored);
     for (const Waiting &other : waiting)
         if (other.bank == bank && other.preset == preset) *expected = other.edit.appliedTo(*expected);

@@ -1,5 +1,6 @@
 #include "ui/tables/tabmididevices.h"
 
+#include "controller/recordslots.h"
 #include "model/places.h"
 #include "ui/combobox.h"
 #include "ui/controlvalue.h"
@@ -15,6 +16,8 @@ namespace {
 constexpr int nameColumn = 0;
 constexpr int sendCCFirstColumn = 2;
 constexpr int controllersColumn = 4;
+constexpr int usesColumn = 9;
+constexpr int countAfter = 50;  // ms
 constexpr QSize checkBoxSize(20, 20);
 constexpr QSize pencilSize(16, 16);
 
@@ -66,11 +69,15 @@ TabMidiDevices::TabMidiDevices(QTableWidget *tableWidget) : table(tableWidget)
                         {"TAP CONTROLLER", 130},
                         {"TAP CONTROLLER VALUE", 170},
                         {"TAP TEMPO NOTE NO", 150},
-                        {"TAP TEMPO NOTE", 130}},
+                        {"TAP TEMPO NOTE", 130},
+                        {"PRESETS", 90}},
                        50);
     for (int row = 0; row < midiDeviceCount; ++row)
         addRow();
     look::orderTabs(table);
+    counting.setSingleShot(true);
+    counting.setInterval(countAfter);
+    connect(&counting, &QTimer::timeout, this, &TabMidiDevices::showUses);
 }
 
 void TabMidiDevices::addRow()
@@ -92,6 +99,9 @@ void TabMidiDevices::addRow()
 
     auto *name = new NameEdit(table->viewport());
     connect(name, &QLineEdit::editingFinished, this, [this, row] { deviceNameChanged(row); });
+    name->setContextMenuPolicy(Qt::CustomContextMenu);  // it is the device's, not the text's
+    connect(name, &QWidget::customContextMenuRequested, this,
+            [this, name, row](const QPoint &place) { emit menuAsked(row + 1, name->mapToGlobal(place)); });
     put(nameColumn, name, tr("Name"));
     names << name;
 
@@ -106,6 +116,14 @@ void TabMidiDevices::addRow()
     controllers->setIcon(look::icon("edit"));
     controllers->setIconSize(pencilSize);
     controllers->setAccessibleName(tr("Edit the controllers of MIDI device %1").arg(row + 1));
+
+    QPushButton *const uses = makeButton(usesColumn, [this, row] {
+        if (data) emit presetsAsked(usesOf(knownPresets(), {row + 1}));
+    });
+    uses->setAccessibleName(tr("Presets that send to MIDI device %1").arg(row + 1));
+    uses->setToolTip(tr("How many presets send to it; a click shows them"));
+    uses->setEnabled(false);
+    useButtons << uses;
 
     for (int choice = 0; choice < ChoiceCount; ++choice) {
         const ChoiceColumn &column = ChoiceColumn::all()[static_cast<std::size_t>(choice)];
@@ -135,6 +153,35 @@ void TabMidiDevices::gotMidiDevicesData()
 {
     for (int row = 0; row < midiDeviceCount; ++row)
         if (const auto device = storedDevice(row)) showDevice(row, *device);
+    countUses();
+}
+
+void TabMidiDevices::countUses() { counting.start(); }
+
+UnitPart TabMidiDevices::knownPresets() const
+{
+    static const std::set<RecordId> presets = [] {
+        std::set<RecordId> all = allRecords();
+        std::erase_if(all, [](const RecordId &id) { return id.kind != RecordId::Kind::Preset; });
+        return all;
+    }();
+    return data ? knownPart(*data, presets) : UnitPart();
+}
+
+QString TabMidiDevices::usesText(const UnitPart &presets, const MidiTarget &target)
+{
+    const QString count = QString::number(usesOf(presets, target).size());
+    return presets.records.size() < std::size_t{bankCount * presetCount} ? count + QLatin1Char('+') : count;
+}
+
+void TabMidiDevices::showUses()
+{
+    if (!table->isVisible()) return;
+    const UnitPart presets = knownPresets();
+    for (int row = 0; row < useButtons.size(); ++row) {
+        useButtons[row]->setText(usesText(presets, {row + 1}));
+        useButtons[row]->setEnabled(true);
+    }
 }
 
 void TabMidiDevices::showDevice(int row, const MidiDevice &device)
@@ -239,7 +286,21 @@ void TabMidiDevices::controllersWidgetClicked(int row)
         if (!outer.isEmpty() || storedDevice(row)) return outer;
         return tr("This MIDI device has not been read from the unit that is connected now.");
     });
-    if (controllerList->exec() == QDialog::Accepted) submitEdit(row, controllerList->edit());
+    const UnitPart presets = knownPresets();
+    QStringList counts;
+    for (int controller = 1; controller <= controllerCount; ++controller) {
+        const bool isDefined = expected.controllers.at(static_cast<std::size_t>(controller) - 1) != Controller();
+        const MidiTarget target{row + 1, controller};
+        counts << (isDefined || !usesOf(presets, target).empty() ? usesText(presets, target) : QString());
+    }
+    controllerList->showUses(counts);
+    if (controllerList->exec() != QDialog::Accepted) return;
+    if (controllerList->order() == sameOrder)
+        submitEdit(row, controllerList->edit());
+    else
+        emit controllersMoved(row + 1, controllerList->edit(), controllerList->order());
+    if (const auto asked = controllerList->askedUses())
+        emit presetsAsked(usesOf(presets, {row + 1, static_cast<int>(*asked) + 1}));
 }
 
 void TabMidiDevices::submitEdit(int row, const ControllerEdit &edit)

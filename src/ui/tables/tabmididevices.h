@@ -1,14 +1,16 @@
 #pragma once
 
 #include "controller/metatypes.h"
-#include "model/controlleredit.h"
 #include "model/datafromdevice.h"
+#include "model/devicemoves.h"
+#include "model/midiuse.h"
 #include "ui/submit.h"
 
 #include <QIcon>
 #include <QObject>
 #include <QPointer>
 #include <QString>
+#include <QTimer>
 #include <QVector>
 
 #include <array>
@@ -30,7 +32,7 @@ class TabMidiDevices : public QObject
     Q_OBJECT
 
 public:
-    /// Lays out a table of 9 columns and no rows, which stays its owner's.
+    /// Lays out a table of 10 columns and no rows, which stays its owner's.
     explicit TabMidiDevices(QTableWidget *tableWidget);
 
     /// From now on edits of the controllers are handed to `submitter`, and not taken while `obstacle` tells of one.
@@ -52,11 +54,19 @@ signals:
     void changeNoteType(TapTempoNote type, int device);
     /// 20 names and 20 numbers, 0 to 127 or `none`
     void controllersNamesOrNumberChanged(int device, const QVector<QString> &names, const QVector<int> &numbers);
+    /// Controllers stand in another order, and may have been edited besides.
+    void controllersMoved(int device, const ControllerEdit &edit, const ControllerOrder &order);
+    /// The user asks what can be done with a device.
+    void menuAsked(int device, const QPoint &position);
+    /// The user asks for the presets that send to a device or to one of its controllers.
+    void presetsAsked(const std::set<RecordId> &presets);
 
 public slots:
     /// Only remembers the model: its MIDI devices are asked for elsewhere.
     void loadDataFromDevice(DataFromDevice *dataFromDevice);
     void gotMidiDevicesData();
+    /// Counts anew how many presets send to each device; while the table is hidden, when it comes up.
+    void countUses();
 
 private:
     friend struct ChoiceColumn;
@@ -90,6 +100,11 @@ private:
     void noteNumberChanged(int index, int device);
     void noteTypeChanged(int index, int device);
     void controllersWidgetClicked(int row);
+    /// What is known of all presets.
+    UnitPart knownPresets() const;
+    /// How many presets send there, "12"; "12+" until all of them have been read.
+    static QString usesText(const UnitPart &presets, const MidiTarget &target);
+    void showUses();
     void submitEdit(int row, const ControllerEdit &edit);
     bool send(int row, const ControllerEdit &edit);
 
@@ -100,10 +115,12 @@ private:
     // by row
     QVector<NameEdit *> names;
     QVector<QPushButton *> sendCCFirstButtons;
+    QVector<QPushButton *> useButtons;
     std::array<QVector<ComboBox *>, ChoiceCount> boxes;
 
     QPointer<ControllerListWindow> controllerList;  // the last one opened; the window owns it
     std::list<Waiting> waiting;
+    QTimer counting;  ///< runs out when no more presets arrive at once
     Submit submit = submitAtOnce;
     Obstacle outerObstacle = [] { return QString(); };
 };

@@ -1,0 +1,30 @@
+#include "model/midiuse.h"
+
+#include <algorithm>
+
+bool sendsTo(const PresetData &preset, const MidiTarget &target)
+{
+    if (!sendsMidi(preset.footswitchFunction)) return false;
+    const auto isMeant = [&](int device, int controller) {
+        const bool isAny = target.controller == 0 && range::position.contains(controller);
+        return device == target.device && (isAny || controller == target.controller);
+    };
+    const auto isSent = [&](const ControlChangeData &change) {
+        return change.value != inactiveValue && isMeant(change.midiDeviceNumber, change.controllerNumber);
+    };
+    return std::ranges::any_of(preset.controlChanges, isSent) ||
+           isMeant(preset.expressionPedal.midiDeviceNumber, preset.expressionPedal.controllerNumber) ||
+           (target.controller == 0 && preset.programChanges.at(static_cast<std::size_t>(target.device) - 1) != none);
+}
+
+std::set<RecordId> usesOf(const UnitPart &part, const MidiTarget &target)
+{
+    std::set<RecordId> presets;
+    for (const RecordId &id : part.records)
+        if (id.kind == RecordId::Kind::Preset &&
+            sendsTo(
+                part.content.presets.at(static_cast<std::size_t>(id.number)).at(static_cast<std::size_t>(id.preset)),
+                target))
+            presets.insert(id);
+    return presets;
+}
