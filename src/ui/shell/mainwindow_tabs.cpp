@@ -2,6 +2,7 @@
 #include "ui/preview/previewwidget.h"
 #include "ui/shell/arranging.h"
 #include "ui/shell/mainwindow.h"
+#include "ui/shell/unitfiles.h"
 #include "ui/tables/tabfootswitchfunction.h"
 #include "ui/tables/tabloops.h"
 #include "ui/tables/tabmidi.h"
@@ -86,6 +87,8 @@ void MainWindow::connectBanks()
     connect(unit, &Unit::gotMidiDevicesData, preview, &PreviewWidget::gotMidiDevicesData);
     connect(preview, &PreviewWidget::bankChosen, this, noteBank);
     connect(preview, &PreviewWidget::menuAsked, arranging.get(), &Arranging::showMenu);
+    connect(preview, &PreviewWidget::sheetsAsked, files.get(), [this](int bank) { files->saveSheets({bank}); });
+    connect(preview, &PreviewWidget::allSheetsAsked, files.get(), &UnitFiles::saveAllSheets);
 
     requests.connectChange(tabFootswitchFunction.get(), &TabFootswitchFunction::changeFootswitchFunctionSignal,
                            &Unit::changeFootswitchFunction, [](FootswitchType, int bank, int preset) {

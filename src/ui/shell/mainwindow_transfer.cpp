@@ -17,7 +17,7 @@ void MainWindow::makeUnitFiles(QMenu &backup, QMenu &restore, QMenu &reset)
 {
     const auto shownBank = [this] { return bankTables[shownSubTab()]->currentBank(); };
     files = std::make_unique<UnitFiles>(requests, *controller,
-                                        UnitFiles::Window{this, shownBank,
+                                        UnitFiles::Window{this, shownBank, [this] { return unitName(); },
                                                           [this](const QString &text) { showTransfer(text); },
                                                           [this] { hideTransfer(); }});
     files->fillMenus(backup, restore, reset);
@@ -27,12 +27,19 @@ void MainWindow::makeUnitFiles(QMenu &backup, QMenu &restore, QMenu &reset)
                                     Arranging::Window{this, [this](const QString &text) { showTransfer(text); },
                                                       [this] { hideTransfer(); }, [this] { return canChange(); }});
     connect(this, &MainWindow::connected, arranging.get(), &Arranging::setModel);
+    connect(this, &MainWindow::connected, files.get(), &UnitFiles::setModel);
     connect(ui.pushButton_cancelTransfer, &QPushButton::clicked, this, [this] { files->cancel(); });
     connect(controller.get(), &DeviceController::transferProgress, ui.progressBar_transfer,
             [progress = ui.progressBar_transfer](int done, int total) {
                 progress->setMaximum(total);
                 progress->setValue(done);
             });
+}
+
+QString MainWindow::unitName() const
+{
+    const auto info = data ? data->deviceInfo.load() : nullptr;
+    return info ? QString::fromStdString(info->firstText + ' ' + info->secondText) : QString();
 }
 
 std::size_t MainWindow::shownSubTab() const
