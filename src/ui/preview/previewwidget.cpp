@@ -96,7 +96,7 @@ QPushButton *PreviewWidget::addSaveButton(const char *objectName, const QString 
     button->setFont(look::pixelFont(DataFromDevice::fontTabs));
     button->setStyleSheet(look::plainButtonStyle(look::selectionColor) +
                           QStringLiteral("\nQPushButton { background-color: %1; }"
-                                         "\nQPushButton::menu-indicator { image: none; }")
+                                         "\nQPushButton::menu-indicator { image: none; width: 0; }")
                               .arg(look::tabColor));
     return button;
 }
