@@ -26,9 +26,8 @@ QStringList pagesOf(const QString &path)
     EXPECT_FALSE(pdf.contains("/Subtype /Image"));
     QMap<QString, QStringList> letters;  // by font, then by glyph
     for (const QStringList &font : matches("\n(\\d+) 0 obj\n<<[^>]*/ToUnicode (\\d+) 0 R", pdf)) {
-        const QString map = pdf.section("\n" + font[2] + " 0 obj\n", 1).section("endbfrange", 0, 0);
-        letters[font[1]] << "";
-        for (const QString &code : map.section('[', 1).section(']', 0, 0).split(' '))
+        const QString map = pdf.section("\n" + font[2] + " 0 obj\n", 1).section('[', 1).section(']', 0, 0);
+        for (const QString &code : ("<0000> " + map).split(' '))
             letters[font[1]] << QString(QChar(code.mid(1, 4).toUShort(nullptr, 16)));
     }
     QStringList pages;
@@ -45,16 +44,14 @@ QStringList pagesOf(const QString &path)
     return pages;
 }
 
-/// Nothing but one value in each of four banks.
-UnitMemory someMemory()
+/// A unit with one value in each of three banks.
+UnitMemory threeBanks()
 {
     UnitMemory memory = musicianContent();
-    static_cast<UnitContent &>(memory) = emptyContent();
-    memory.deviceInfo = {"KORA", "TOUR", 1, 4, 2, 1017};
-    memory.midiDevices[0].name = "DELAY";
+    memory.banks = {};
+    memory.presets = {};
     memory.banks[3].name = "CAFÉ";
     memory.banks[20].wahPad2Action = WahPadAction::TurnLoopOn;
-    memory.presets[57][9].loops[2] = LoopType::On;
     for (std::uint8_t slot = 1; slot <= 20; ++slot)
         memory.presets[99][7].controlChanges.push_back({1, slot, 77});
     return memory;
@@ -63,7 +60,7 @@ UnitMemory someMemory()
 class Sheets : public Editor
 {
 protected:
-    Sheets() : Editor(someMemory()) {}
+    Sheets() : Editor(threeBanks()) {}
 
     /// Chooses an entry of the button's menu, and a file.
     void save(const QString &entry, const QString &path)
@@ -82,15 +79,8 @@ protected:
 TEST_F(Sheets, ReadWhatIsUnknownAndShowTheBanksThatHoldAnything)
 {
     const QTemporaryDir folder;
-    unit.setDelay(std::chrono::milliseconds(3));
-    save("ALL BANKS WITH CONTENT...", folder.filePath("stopped"));
-    click("pushButton_cancelTransfer");
-    ASSERT_TRUE(settles());
-    EXPECT_FALSE(QFile::exists(folder.filePath("stopped.pdf")));
-    unit.setDelay(std::chrono::milliseconds(0));
-
     const std::tuple<QString, QString, QString> cases[] = {
-        {"ALL BANKS WITH CONTENT...", "all", "SHEETS SAVED|all.pdf shows 4 banks."},
+        {"ALL BANKS WITH CONTENT...", "all", "SHEETS SAVED|all.pdf shows 3 banks."},
         {"SHOWN BANK...", "one", "SHEETS SAVED|one.pdf shows BANK 0."},
         {"SHOWN BANK...", "none/one", "Error|The sheets could not be saved as "}};
     for (const auto &[entry, name, words] : cases) {
@@ -99,13 +89,12 @@ TEST_F(Sheets, ReadWhatIsUnknownAndShowTheBanksThatHoldAnything)
         ASSERT_TRUE(becomes([&] { return !told->isEmpty() && settles(); }));
         EXPECT_TRUE(told->startsWith(words)) << told->toStdString();
     }
-    EXPECT_EQ(pagesOf(folder.filePath("one.pdf")).size(), 2);
     EXPECT_EQ(unit.takeRequests().size(), 99U * 11U) << "each once, and not bank 0, which was known";
 
     const QStringList pages = pagesOf(folder.filePath("all.pdf"));
     EXPECT_EQ(QString(pages.value(0)).replace("||", "|").section('|', 2),
-              "1 / 3|SET LIST|3|CAFÉ" + QString("%1|20%1|57%1|99%1|").arg("|0|1|2|3|4|5|6|7|8|9"));
-    for (const QString part : {"KORA TOUR|", "|2 / 3|", "|3|BANK|CAFÉ|", "|20|BANK|"})
+              "1 / 3|SET LIST|3|CAFÉ" + QString("%1|20%1|99%1|").arg("|0|1|2|3|4|5|6|7|8|9"));
+    for (const QString part : {"KORA VIRTUAL UNIT|", "|2 / 3|", "|3|BANK|CAFÉ|", "|20|BANK|"})
         EXPECT_TRUE(pages.value(1).contains(part)) << part.toStdString();
     EXPECT_EQ(pages.value(2).replace('|', ' ').count(" = 77"), 20) << "all that a footswitch sends";
 }

@@ -141,7 +141,7 @@ private:
     const Scenes &banks;
     const QString name;
     const QDate date;
-    const double scale;        ///< dots
+    const double scale;        ///< dots a length
     const double height;       ///< of a page
     const std::size_t listed;  ///< banks on a page of the set list
     std::size_t page = 0;
@@ -166,10 +166,10 @@ bool paint(QIODevice *file, const Scenes &banks, const QString &name, const QDat
 
 std::set<int> banksWithContent(DataFromDevice &data)
 {
-    std::set<int> all;
+    std::set<RecordId> records;
     for (int bank = 0; bank < bankCount; ++bank)
-        all.insert(bank);
-    const UnitPart known = knownPart(data, recordsOfBanks(all));
+        records.merge(recordsOfBank(bank));
+    const UnitPart known = knownPart(data, records);
     std::set<int> banks;
     for (const Difference &difference : differences(known.content, emptyContent(), known.records))
         banks.insert(difference.record.number);

@@ -39,7 +39,7 @@ void MainWindow::makeUnitFiles(QMenu &backup, QMenu &restore, QMenu &reset)
 QString MainWindow::unitName() const
 {
     const auto info = data ? data->deviceInfo.load() : nullptr;
-    return info ? QString::fromStdString(info->firstText + ' ' + info->secondText) : QString();
+    return info ? QString::fromStdString(info->firstText + ' ' + info->secondText).simplified() : QString();
 }
 
 std::size_t MainWindow::shownSubTab() const
