@@ -49,6 +49,8 @@ public:
     /// A unit was found. While `showIt` runs, reads are not made that have lost the unit twice in a row.
     void found(const QString &identity, const Work &showIt);
 
+    /// Whether there is a unit to ask.
+    bool isConnected() const { return connected; }
     /// Whether nothing runs and nothing waits.
     bool isIdle() const { return !running && waiting.empty(); }
     /// Whether a change runs or waits.

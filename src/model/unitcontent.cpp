@@ -21,6 +21,14 @@ std::set<RecordId> recordsOfBank(int bank)
     return records;
 }
 
+std::set<RecordId> recordsOfBanks(const std::set<int> &banks)
+{
+    std::set<RecordId> records;
+    for (const int bank : banks)
+        records.merge(recordsOfBank(bank));
+    return records;
+}
+
 const std::set<RecordId> &allRecords()
 {
     static const std::set<RecordId> all = [] {

@@ -158,7 +158,7 @@ TEST_F(Preview, EveryValueShowsAtItsPlaceAlone)
         EXPECT_TRUE(differAt(places, before, pictureOf(scene))) << places[0].x() << ", " << places[0].y();
         value = kept;
     };
-    const QRect header(12, 320, 1138, 38);
+    const QRect header(12, 320, 1010, 38);
     const QRect midi(660, 390, 386, 60);
     const QRect pedal(1074, 390, 206, 158);
     const QRect curve(1104, 432, 140, 88);
@@ -166,7 +166,7 @@ TEST_F(Preview, EveryValueShowsAtItsPlaceAlone)
     shows(scene.bankName, "?", {{548, 42, 290, 38}});
     shows(scene.chosen, 6, {{24, 202, 246, 104}, {275, 94, 246, 104}, header, {60, 389, 528, 54}, midi, pedal});
     shows(scene.notice, "?", {{12, 320, 1274, 239}});
-    shows(chosen.summary, "?", {{690, 322, 450, 34}});
+    shows(chosen.summary, "?", {{540, 322, 470, 34}});
     shows(chosen.midi, QStringList(), {{227, 270, 36, 15}, midi});
     shows(chosen.pedal.text, "?", {{1074, 390, 200, 20}});
     shows(chosen.pedal.curve, "?", {{1074, 408, 200, 18}});
@@ -310,8 +310,8 @@ TEST_F(Preview, ChoosesByKeyAndMouseAndTellsWhatIsCut)
     EXPECT_EQ(after("ldruurdl", &PreviewScene::chosen), Numbers({0, 0, 1, 6, 6, 7, 2, 1}));
     page.resize(649, 567);  // half the width: the picture is half as large and in the middle of the height
     EXPECT_EQ(page.grab().toImage().pixelColor(0, 0), QColor("#2f2f31"));
-    const QRect buttons[] = {{203, 159, 20, 19}, {426, 159, 20, 19}, {579, 303, 63, 17}};
-    for (int i = 0; i < 3; ++i)
+    const QRect buttons[] = {{203, 159, 20, 19}, {426, 159, 20, 19}, {515, 303, 61, 17}, {581, 303, 61, 17}};
+    for (int i = 0; i < 4; ++i)
         EXPECT_EQ(button(i).geometry(), buttons[i]);
     const std::tuple<Qt::MouseButton, QPoint, int> clicks[] = {
         {Qt::LeftButton, {40, 267}, 0}, {Qt::LeftButton, {600, 202}, 9}, {Qt::RightButton, {40, 267}, 9}};

@@ -3,8 +3,10 @@
 #include "ui/look.h"
 
 #include <QFontMetricsF>
+#include <QPaintEngine>
 #include <QPainter>
 #include <QPainterPath>
+#include <QTextLayout>
 
 namespace preview {
 
@@ -41,6 +43,22 @@ QFont bold(int pixels)
     return font;
 }
 
+QStringList brokenLines(const QString &text, const QFont &lineFont, double width)
+{
+    QTextLayout layout(text, lineFont);
+    QTextOption option;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    layout.setTextOption(option);
+    QStringList lines;
+    layout.beginLayout();
+    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+        line.setLineWidth(width);
+        lines << text.mid(line.textStart(), line.textLength()).trimmed();
+    }
+    layout.endLayout();
+    return lines;
+}
+
 Drawing::Drawing(QPainter &target, const PreviewScene &pictured, Medium onto, QVector<CutText> &cut)
     : painter(target), scene(pictured), medium(onto), ink(inkOf(onto)), cutTexts(cut)
 {}
@@ -74,7 +92,8 @@ void Drawing::text(const QRectF &rect, const QString &words, const QFont &lineFo
     const double slack = rect.width() - metrics.horizontalAdvance(shown);
     const double x = alignment & Qt::AlignHCenter ? slack / 2 : alignment & Qt::AlignRight ? slack : 0;
     const QPointF baseline = rect.topLeft() + QPointF(x, (rect.height() - metrics.height()) / 2 + metrics.ascent());
-    if (medium == Medium::Paper) {  // shapes: the machine that shows the file may lack the font
+    // Shapes: the machine that shows the file may lack the font, which only a PDF brings along.
+    if (medium == Medium::Paper && painter.paintEngine()->type() != QPaintEngine::Pdf) {
         QPainterPath path;
         path.addText(baseline, lineFont, shown);
         painter.fillPath(path, color);

@@ -31,6 +31,8 @@ QColor readableOn(const QColor &ground);
 
 QFont regular(int pixels);
 QFont bold(int pixels);
+/// The lines of a text that is broken to a width.
+QStringList brokenLines(const QString &text, const QFont &lineFont, double width);
 
 /// The shapes and texts of which the parts of the picture are made, in the colours of a medium.
 class Drawing

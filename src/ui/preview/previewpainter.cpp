@@ -28,6 +28,8 @@ QRectF arrowDownRect() { return {406, 34, 40, 38}; }
 
 QRectF arrowUpRect() { return {852, 34, 40, 38}; }
 
-QRectF saveButtonRect() { return {1158, 322, 126, 34}; }
+QRectF pictureButtonRect() { return {1030, 322, 122, 34}; }
+
+QRectF sheetsButtonRect() { return {1162, 322, 122, 34}; }
 
 }  // namespace preview

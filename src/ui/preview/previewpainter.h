@@ -30,7 +30,8 @@ QRectF footswitchRect(int number);
 /// Where the buttons that page the bank lie, beside the display.
 QRectF arrowDownRect();
 QRectF arrowUpRect();
-/// Where the button that saves the picture lies, on the screen: at the end of the chosen footswitch's header.
-QRectF saveButtonRect();
+/// Where the buttons that save the picture and sheets lie, on the screen: at the end of the chosen footswitch's header.
+QRectF pictureButtonRect();
+QRectF sheetsButtonRect();
 
 }  // namespace preview

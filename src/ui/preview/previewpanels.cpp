@@ -1,7 +1,6 @@
 #include "ui/preview/previewpanels.h"
 
 #include <QPainter>
-#include <QTextLayout>
 
 #include <algorithm>
 
@@ -16,31 +15,14 @@ constexpr QRectF signalPanel{14, 364, 626, 193};
 constexpr QRectF midiPanel{650, 364, 404, 193};
 constexpr QRectF pedalPanel{1064, 364, 220, 193};
 
-/// The lines of a text that is broken to a width.
-QStringList brokenLines(const QString &text, const QFont &lineFont, double width)
-{
-    QTextLayout layout(text, lineFont);
-    QTextOption option;
-    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    layout.setTextOption(option);
-    QStringList lines;
-    layout.beginLayout();
-    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
-        line.setLineWidth(width);
-        lines << text.mid(line.textStart(), line.textLength()).trimmed();
-    }
-    layout.endLayout();
-    return lines;
-}
-
 bool on(Effect effect) { return effect == Effect::On || effect == Effect::Toggle; }
 bool off(Effect effect) { return effect == Effect::Off || effect == Effect::Toggle; }
 
-/// On the screen a button takes its right end.
+/// On the screen buttons take its right end.
 QRectF headerOn(Medium medium)
 {
     QRectF rect = headerRect;
-    if (medium != Medium::Paper) rect.setRight(saveButtonRect().left() - 10);
+    if (medium != Medium::Paper) rect.setRight(pictureButtonRect().left() - 10);
     return rect;
 }
 
@@ -74,9 +56,11 @@ void Panels::paintHeader()
     const auto part = [this](double left, double width) {
         return QRectF(header.left() + left, header.top(), width, header.height());
     };
-    text(part(14, 410), QString::number(scene.chosen) + QStringLiteral("   ") + told.name, bold(18), words);
-    text(part(444, 230), told.function, bold(13), words);
-    text(part(684, header.width() - 698), told.summary, regular(14), words, Qt::AlignRight);
+    const double summary = header.width() - 480;
+    const double function = summary - 186;
+    text(part(14, function - 28), QString::number(scene.chosen) + QStringLiteral("   ") + told.name, bold(18), words);
+    text(part(function, 176), told.function, bold(13), words);
+    text(part(summary, 466), told.summary, regular(14), words, Qt::AlignRight);
 }
 
 QRectF Panels::paintPanel(const QRectF &rect, const QString &title)

@@ -58,14 +58,19 @@ bool writePng(QIODevice *file, const PreviewScene &scene)
 
 PreviewWidget::PreviewWidget(QWidget *parent)
     : QWidget(parent), arrowDown(addArrow("arrow-down", tr("Previous bank"), -1)),
-      arrowUp(addArrow("arrow-up", tr("Next bank"), 1)), saveButton(addSaveButton(tr("SAVE PICTURE")))
+      arrowUp(addArrow("arrow-up", tr("Next bank"), 1)),
+      pictureButton(addSaveButton("pushButton_savePicture", tr("SAVE PICTURE"))),
+      sheetsButton(addSaveButton("pushButton_saveSheets", tr("SAVE SHEETS...")))
 {
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_OpaquePaintEvent);
     setAccessibleName(tr("Preview of the bank"));
     resize(preview::canvas.toSize());
 
-    auto *save = new QAction(saveButton->text(), this);
+    pictureButton->setToolTip(QStringLiteral("Ctrl+S"));
+    connect(pictureButton, &QPushButton::clicked, this, &PreviewWidget::choosePath);
+    makeSheetsMenu();
+    auto *save = new QAction(pictureButton->text(), this);
     save->setShortcut(QKeySequence(QStringLiteral("Ctrl+S")));
     save->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     connect(save, &QAction::triggered, this, &PreviewWidget::choosePath);
@@ -83,16 +88,26 @@ QPushButton *PreviewWidget::addArrow(const char *icon, const QString &name, int 
     return arrow;
 }
 
-QPushButton *PreviewWidget::addSaveButton(const QString &name)
+QPushButton *PreviewWidget::addSaveButton(const char *objectName, const QString &name)
 {
     auto *button = new QPushButton(name, this);
-    button->setObjectName(QStringLiteral("pushButton_savePicture"));
+    button->setObjectName(QLatin1String(objectName));
     button->setFont(look::pixelFont(DataFromDevice::fontTabs));
     button->setStyleSheet(look::plainButtonStyle(look::selectionColor) +
-                          QStringLiteral("\nQPushButton { background-color: %1; }").arg(look::tabColor));
-    button->setToolTip(QStringLiteral("Ctrl+S"));
-    connect(button, &QPushButton::clicked, this, &PreviewWidget::choosePath);
+                          QStringLiteral("\nQPushButton { background-color: %1; }"
+                                         "\nQPushButton::menu-indicator { image: none; width: 0; }")
+                              .arg(look::tabColor));
     return button;
+}
+
+void PreviewWidget::makeSheetsMenu()
+{
+    auto *menu = new QMenu(sheetsButton);
+    menu->setStyleSheet(look::menuStyle());
+    menu->addAction(tr("SHOWN BANK..."), this, [this] { emit sheetsAsked(currentBank()); });
+    menu->addAction(tr("ALL BANKS WITH CONTENT..."), this, &PreviewWidget::allSheetsAsked);
+    sheetsButton->setMenu(menu);
+    sheetsButton->setToolTip(tr("A PDF of banks to print"));
 }
 
 void PreviewWidget::requestBank()
@@ -222,7 +237,8 @@ void PreviewWidget::resizeEvent(QResizeEvent *)
 {
     arrowDown->setGeometry(fit().mapRect(preview::arrowDownRect()).toRect());
     arrowUp->setGeometry(fit().mapRect(preview::arrowUpRect()).toRect());
-    saveButton->setGeometry(fit().mapRect(preview::saveButtonRect()).toRect());
+    pictureButton->setGeometry(fit().mapRect(preview::pictureButtonRect()).toRect());
+    sheetsButton->setGeometry(fit().mapRect(preview::sheetsButtonRect()).toRect());
 }
 
 void PreviewWidget::mousePressEvent(QMouseEvent *event)

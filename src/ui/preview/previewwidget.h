@@ -42,6 +42,9 @@ signals:
     void getBankAndPresetData(int bank);
     /// The user has gone to another bank.
     void bankChosen(int bank);
+    /// The user wants sheets of the shown bank, or of all that hold anything.
+    void sheetsAsked(int bank);
+    void allSheetsAsked();
     /// The user asks what can be done with a footswitch's preset.
     void menuAsked(const RecordId &place, const QPoint &position);
 
@@ -60,7 +63,8 @@ protected:
 
 private:
     QPushButton *addArrow(const char *icon, const QString &name, int step);
-    QPushButton *addSaveButton(const QString &name);
+    QPushButton *addSaveButton(const char *objectName, const QString &name);
+    void makeSheetsMenu();
     void page(int step);
     void showNewBank();
     /// Goes to a bank as its number is typed: a digit within a second of the one before makes a number with it. `time`
@@ -84,5 +88,6 @@ private:
     QVector<preview::CutText> cutTexts;
     QPushButton *arrowDown;
     QPushButton *arrowUp;
-    QPushButton *saveButton;
+    QPushButton *pictureButton;
+    QPushButton *sheetsButton;
 };

@@ -22,14 +22,6 @@ constexpr int toldDifferences = 12;  // more would not fit a box
 
 QString mimeType() { return QStringLiteral("application/x-kora"); }
 
-std::set<RecordId> recordsOf(const std::set<int> &banks)
-{
-    std::set<RecordId> records;
-    for (const int bank : banks)
-        records.merge(recordsOfBank(bank));
-    return records;
-}
-
 /// Only banks and presets.
 UnitPart banksIn(UnitPart part)
 {
@@ -151,7 +143,7 @@ void Arranging::removeBanks(const std::set<int> &banks)
 
 bool Arranging::hasContent(const std::set<int> &banks) const
 {
-    const std::set<RecordId> records = recordsOf(banks);
+    const std::set<RecordId> records = recordsOfBanks(banks);
     const UnitPart part = data ? knownPart(*data, records) : UnitPart();
     return part.records != records || !differences(part.content, emptyContent(), records).empty();
 }
@@ -203,7 +195,7 @@ void Arranging::exportBanks(const std::set<int> &banks)
                                                       QDir::home().filePath(suggested), tr("KORA files (*.kora)"));
     if (path.isEmpty()) return;
     try {
-        archive::save(path, knownPart(*data, recordsOf(banks)));
+        archive::save(path, knownPart(*data, recordsOfBanks(banks)));
     } catch (const archive::Error &error) {
         tell(QStringLiteral("EXPORT"), QString::fromUtf8(error.what()));
     }

@@ -245,6 +245,7 @@ private:
 
     // mainwindow_transfer.cpp: backup, restore and clearing
     void makeUnitFiles(QMenu &backup, QMenu &restore, QMenu &reset);
+    QString unitName() const;
     /// A file of a unit that is dropped anywhere on the window is restored from; true for an event of such a drag.
     bool takesFile(QEvent *event);
     void showTransfer(const QString &text);

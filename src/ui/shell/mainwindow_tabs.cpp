@@ -4,6 +4,7 @@
 #include "ui/shell/arranging.h"
 #include "ui/shell/devicearranging.h"
 #include "ui/shell/mainwindow.h"
+#include "ui/shell/unitfiles.h"
 #include "ui/tables/tabfootswitchfunction.h"
 #include "ui/tables/tabloops.h"
 #include "ui/tables/tabmidi.h"
@@ -89,6 +90,8 @@ void MainWindow::connectBanks()
     connect(preview, &PreviewWidget::menuAsked, this, [this](const RecordId &place, const QPoint &position) {
         arranging->showMenu(place, position, preview->actions());
     });
+    connect(preview, &PreviewWidget::sheetsAsked, files.get(), [this](int bank) { files->saveSheets({bank}); });
+    connect(preview, &PreviewWidget::allSheetsAsked, files.get(), &UnitFiles::saveAllSheets);
 
     requests.connectChange(tabFootswitchFunction.get(), &TabFootswitchFunction::changeFootswitchFunctionSignal,
                            &Unit::changeFootswitchFunction, [](FootswitchType, int bank, int preset) {

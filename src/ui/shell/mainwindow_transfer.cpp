@@ -18,7 +18,7 @@ void MainWindow::makeUnitFiles(QMenu &backup, QMenu &restore, QMenu &reset)
 {
     const auto shownBank = [this] { return bankTables[shownSubTab()]->currentBank(); };
     files = std::make_unique<UnitFiles>(requests, *controller,
-                                        UnitFiles::Window{this, shownBank,
+                                        UnitFiles::Window{this, shownBank, [this] { return unitName(); },
                                                           [this](const QString &text) { showTransfer(text); },
                                                           [this] { hideTransfer(); }});
     files->fillMenus(backup, restore, reset);
@@ -31,12 +31,19 @@ void MainWindow::makeUnitFiles(QMenu &backup, QMenu &restore, QMenu &reset)
     deviceArranging = std::make_unique<DeviceArranging>(*arranging, *files,
                                                         DeviceArranging::Window{this, [this] { return canChange(); }});
     connect(this, &MainWindow::connected, deviceArranging.get(), &DeviceArranging::setModel);
+    connect(this, &MainWindow::connected, files.get(), &UnitFiles::setModel);
     connect(ui.pushButton_cancelTransfer, &QPushButton::clicked, this, [this] { files->cancel(); });
     connect(controller.get(), &DeviceController::transferProgress, ui.progressBar_transfer,
             [progress = ui.progressBar_transfer](int done, int total) {
                 progress->setMaximum(total);
                 progress->setValue(done);
             });
+}
+
+QString MainWindow::unitName() const
+{
+    const auto info = data ? data->deviceInfo.load() : nullptr;
+    return info ? QString::fromStdString(info->firstText + ' ' + info->secondText).simplified() : QString();
 }
 
 std::size_t MainWindow::shownSubTab() const

@@ -1,10 +1,12 @@
 #include "ui/shell/unitfiles.h"
 
 #include "archive/unitfile.h"
+#include "controller/recordslots.h"
 #include "controller/requestqueue.h"
 #include "model/places.h"
 #include "ui/dialogs/differencesdialog.h"
 #include "ui/look.h"
+#include "ui/preview/sheets.h"
 
 #include <QAction>
 #include <QDir>
@@ -156,6 +158,57 @@ void UnitFiles::tellResult(const TransferReport &report, const UnitContent &want
     tell(QStringLiteral("RESTORE INCOMPLETE"), lines.join(QLatin1Char('\n')), true);
 }
 
+// --- Sheets
+
+void UnitFiles::saveSheets(const std::set<int> &banks)
+{
+    if (banks.empty()) return;
+    const QString name = banks.size() == 1 ? QStringLiteral("bank-%1.pdf").arg(*banks.begin()) : QString();
+    saveSheetsOf(banks, name, [banks] { return banks; });
+}
+
+void UnitFiles::saveAllSheets()
+{
+    std::set<int> all;
+    for (int bank = 0; bank < bankCount; ++bank)
+        all.insert(bank);
+    saveSheetsOf(all, QString(), [this] { return sheets::banksWithContent(*data); });
+}
+
+void UnitFiles::saveSheetsOf(const std::set<int> &banks, const QString &suggestedName,
+                             std::function<std::set<int>()> chosen)
+{
+    const QString path = pathOfSheets(suggestedName);
+    if (path.isEmpty()) return;
+    std::set<RecordId> unknown = recordsOfBanks(banks);
+    for (int number = 1; number <= midiDeviceCount; ++number)  // the messages tell their names
+        unknown.insert({RecordId::Kind::MidiDevice, number});
+    if (data)
+        for (const RecordId &known : knownPart(*data, unknown).records)
+            unknown.erase(known);
+    if (unknown.empty()) return writeSheets(path, chosen());
+    read(unknown, tr("READING THE UNIT"), [this, path, chosen = std::move(chosen)](const TransferReport &) {
+        if (data) writeSheets(path, chosen());
+    });
+}
+
+void UnitFiles::writeSheets(const QString &path, const std::set<int> &banks)
+{
+    const QString problem = sheets::save(path, *data, banks, window.name(), QDate::currentDate());
+    if (!problem.isEmpty()) return tell(QStringLiteral("Error"), problem, true);
+    const QString shown = banks.size() == 1 ? places::bank(*banks.begin()) : tr("%1 banks").arg(banks.size());
+    tell(QStringLiteral("SHEETS SAVED"), tr("%1 shows %2.").arg(QFileInfo(path).fileName(), shown));
+}
+
+QString UnitFiles::pathOfSheets(const QString &suggestedName)
+{
+    QFileDialog dialog(window.widget, tr("Save sheets"), QDir::homePath(), tr("PDF files (*.pdf)"));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(QStringLiteral("pdf"));
+    dialog.selectFile(suggestedName.isEmpty() ? QStringLiteral("banks.pdf") : suggestedName);
+    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+}
+
 // --- Safety copies
 
 bool UnitFiles::isSafe(const UnitPart &present)
@@ -206,6 +259,9 @@ std::optional<UnitPart> UnitFiles::load(const QString &path, const UnitContent &
 
 void UnitFiles::read(const std::set<RecordId> &records, const QString &busyText, Then then)
 {
+    if (!requests.isConnected())
+        return tell(QStringLiteral("Error"), tr("The unit could not be read: %1").arg(tr("No unit is connected")),
+                    true);
     window.showBusy(busyText);
     waiting = [this, then = std::move(then)](const TransferReport &report) {
         if (!report.failure.isEmpty())

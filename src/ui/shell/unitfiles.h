@@ -20,7 +20,7 @@ class RequestQueue;
 QString unitFileFilter();
 
 /// The entries of BACKUP, RESTORE and FACTORY RESET: what the unit holds goes to a file, and what a file holds goes to
-/// the unit, after the user has seen what differs and a safety copy was made, and is read back.
+/// the unit, after the user has seen what differs and a safety copy was made, and is read back. And sheets of banks.
 class UnitFiles : public QObject
 {
     Q_OBJECT
@@ -31,6 +31,7 @@ public:
     {
         QWidget *widget;                                ///< the parent of dialogs
         std::function<int()> shownBank;                 ///< of the presets page
+        std::function<QString()> name;                  ///< of what is worked on, for people
         std::function<void(const QString &)> showBusy;  ///< with a text, until hideBusy
         std::function<void()> hideBusy;
     };
@@ -48,6 +49,12 @@ public:
     /// Reads records as one transfer behind the veil, and goes on with what was read; not if that fails, which is told,
     /// or the user stops it.
     void read(const std::set<RecordId> &records, const QString &busyText, Then then);
+    /// The model that tells what has been read; null without one.
+    void setModel(DataFromDevice *model) { data = model; }
+    /// Asks for a file and saves sheets of these banks (0 to 99). What has not been read of them is read first.
+    void saveSheets(const std::set<int> &banks);
+    /// The same with all banks that hold anything.
+    void saveAllSheets();
     /// Ends the transfer that runs, between two exchanges.
     void cancel();
 
@@ -63,6 +70,10 @@ private:
     bool asksToGoOn(const QString &why);
     void tell(const QString &title, const QString &text, bool isError = false);
     QString openPath(const QString &title, const QString &folder = QString());
+    /// Asks for a file, reads what is unknown of `banks` and saves sheets of those that `chosen` names then.
+    void saveSheetsOf(const std::set<int> &banks, const QString &suggestedName, std::function<std::set<int>()> chosen);
+    QString pathOfSheets(const QString &suggestedName);
+    void writeSheets(const QString &path, const std::set<int> &banks);
     /// Loads a file; tells why it cannot be and returns nothing then.
     std::optional<UnitPart> load(const QString &path, const UnitContent &base = {});
     void transferred(const TransferReport &report);
@@ -72,5 +83,6 @@ private:
     Window window;
     SafetyCopies copies;
     std::vector<QAction *> entries;
+    DataFromDevice *data = nullptr;
     Then waiting;  ///< what comes after the transfer that runs
 };
