@@ -198,7 +198,8 @@ bool arrange::canSwap(const std::set<RecordId> &selection, const RecordId &targe
     const Placement placement = placed(selection, target);
     const auto isFree = [&](const Placed &record) { return !selection.contains(record.to); };
     const bool isSameKind = banksOf(selection).second == (target.kind == Kind::Bank);
-    return isSameKind && placement.leftOut == 0 && !placement.records.empty() && std::ranges::all_of(placement.records, isFree);
+    return isSameKind && placement.leftOut == 0 && !placement.records.empty() &&
+           std::ranges::all_of(placement.records, isFree);
 }
 
 Arrangement arrange::copy(const std::set<RecordId> &selection, const RecordId &target)

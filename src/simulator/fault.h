@@ -26,19 +26,19 @@ struct Fault
 
     using Milliseconds = std::chrono::milliseconds;
 
-    static Fault silence() { return {Kind::Silence, {}, 0, {}}; }
-    static Fault lateAnswer(Milliseconds delay = Milliseconds(2500)) { return {Kind::LateAnswer, delay, 0, {}}; }
-    static Fault slowBytes(Milliseconds delay = Milliseconds(20)) { return {Kind::SlowBytes, delay, 0, {}}; }
-    static Fault noise() { return {Kind::Noise, {}, 0, {}}; }
-    static Fault wrongChecksum() { return {Kind::WrongChecksum, {}, 0, {}}; }
-    static Fault cutOff() { return {Kind::CutOff, {}, 0, {}}; }
-    static Fault zeroByte() { return {Kind::ZeroByte, {}, 0, {}}; }
+    static Fault silence() { return {Kind::Silence, 0, {}, {}}; }
+    static Fault lateAnswer(Milliseconds delay = Milliseconds(2500)) { return {Kind::LateAnswer, 0, delay, {}}; }
+    static Fault slowBytes(Milliseconds delay = Milliseconds(20)) { return {Kind::SlowBytes, 0, delay, {}}; }
+    static Fault noise() { return {Kind::Noise, 0, {}, {}}; }
+    static Fault wrongChecksum() { return {Kind::WrongChecksum, 0, {}, {}}; }
+    static Fault cutOff() { return {Kind::CutOff, 0, {}, {}}; }
+    static Fault zeroByte() { return {Kind::ZeroByte, 0, {}, {}}; }
     static Fault errorStatus(int status = 99, std::string text = "Internal error")
     {
-        return {Kind::ErrorStatus, {}, status, std::move(text)};
+        return {Kind::ErrorStatus, status, {}, std::move(text)};
     }
-    static Fault endlessStream() { return {Kind::EndlessStream, {}, 0, {}}; }
-    static Fault hangUp() { return {Kind::HangUp, {}, 0, {}}; }
+    static Fault endlessStream() { return {Kind::EndlessStream, 0, {}, {}}; }
+    static Fault hangUp() { return {Kind::HangUp, 0, {}, {}}; }
 
     /// The fault that the command line calls `name` ("silence", "late", ...), with its default details.
     static std::optional<Fault> named(std::string_view name);
@@ -49,7 +49,7 @@ struct Fault
     bool carriesOut() const;
 
     Kind kind = Kind::None;
-    Milliseconds delay{};
     int status = 0;
+    Milliseconds delay{};
     std::string text;
 };

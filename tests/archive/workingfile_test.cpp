@@ -54,8 +54,9 @@ TEST(WorkingFile, IsWholeAfterAKillInTheMiddleOfSaving)
     archive::writeBytes(path, json);
     for (int kill = 0; kill < 60; ++kill) {
         const pid_t saver = fork();
-        while (saver == 0)
-            archive::writeBytes(path, json);
+        if (saver == 0)
+            for (;;)
+                archive::writeBytes(path, json);
         usleep(5000 + static_cast<useconds_t>(kill) * 97);
         ::kill(saver, SIGKILL);
         waitpid(saver, nullptr, 0);

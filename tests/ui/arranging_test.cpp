@@ -83,6 +83,10 @@ TEST_F(PlaceMenus, TellsWhatIsWrongWithTheClipboardAndWhatWasNotMade)
     auto told = nextBox();
     onCell("PASTE", "footswitchFunction", 1, 1);
     EXPECT_TRUE(told->startsWith("PASTE|The clipboard holds no presets: banks")) << told->toStdString();
+    onCell("COPY", "footswitchFunction", 3, 1);
+    told = nextBox();
+    onCell("PASTE", "footswitchFunction", 6, 0);
+    EXPECT_EQ(*told, "PASTE|The clipboard holds presets. Paste them over a preset.");
     onCell("COPY", "footswitchFunction", 1, 0);
     type(edit("footswitchFunction", 1, 0), "99");
     ASSERT_TRUE(settles());

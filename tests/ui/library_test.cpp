@@ -6,6 +6,7 @@
 #include "ui/preview/previewwidget.h"
 
 #include <QAction>
+#include <QClipboard>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QMimeData>
@@ -235,6 +236,7 @@ TEST_F(Library, ArrangesByKeysMouseAndMenuAndShowsWhatUndoTakesBack)
 
 TEST_F(Library, StopsAtARecordThatTheUnitRefusesAndReadsOn)
 {
+    QGuiApplication::clipboard()->clear();
     const auto told = nextBox();
     unit.queueFault(Fault::errorStatus(), 25);
     open();
@@ -245,7 +247,8 @@ TEST_F(Library, StopsAtARecordThatTheUnitRefusesAndReadsOn)
     QStringList texts, greyed;
     for (const QAction *const action : table().actions())
         (action->isEnabled() ? texts : greyed) << action->text();
-    EXPECT_EQ(texts.join('|'), "OPEN|RENAME|CLEAR|INSERT EMPTY BANK|REMOVE BANK|MOVE UP|MOVE DOWN|IMPORT...");
+    EXPECT_EQ(texts.join('|'),
+              "OPEN|RENAME|CLEAR|INSERT EMPTY BANK|REMOVE BANK|MOVE UP|MOVE DOWN|IMPORT...|SAVE SHEETS...");
     EXPECT_EQ(greyed.join('|'), "CUT|COPY|PASTE|SWAP|EXPORT...");  // not known, and nothing was copied
     click("pushButton_stopReading");
     ASSERT_TRUE(settles());

@@ -62,6 +62,7 @@ void LibraryActions::makeActions()
     menu->addSeparator();
     exportBanks = add("EXPORT...", [this] { arranging.exportBanks(view.selectedBanks()); });
     importBanks = add("IMPORT...", [this] { arranging.importBanks(*view.selectedBanks().begin()); });
+    saveSheets = add("SAVE SHEETS...", [this] { emit sheetsAsked(view.selectedBanks()); });
 }
 
 void LibraryActions::update()
@@ -85,6 +86,7 @@ void LibraryActions::update()
     moveUp->setEnabled(mayChange && *banks.begin() > 0);
     moveDown->setEnabled(mayChange && *banks.rbegin() < bankCount - 1);
     exportBanks->setEnabled(isKnown);
+    saveSheets->setEnabled(isSelected);
     importBanks->setEnabled(mayChange);
 }
 

@@ -28,6 +28,8 @@ public:
 
 signals:
     void openAsked(int bank);
+    /// Sheets of these banks are to be saved.
+    void sheetsAsked(const std::set<int> &banks);
 
 private:
     QAction *add(const char *text, const std::function<void()> &act,
@@ -49,5 +51,5 @@ private:
     QMenu *menu;
     bool canPaste = false;
     QAction *open, *renaming, *cut, *copy, *paste, *swap, *clear;
-    QAction *insertBank, *removeBank, *moveUp, *moveDown, *exportBanks, *importBanks;
+    QAction *insertBank, *removeBank, *moveUp, *moveDown, *exportBanks, *importBanks, *saveSheets;
 };

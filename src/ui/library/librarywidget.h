@@ -62,6 +62,7 @@ signals:
     void recordsWanted(const std::set<RecordId> &records);
     /// The user wants to edit a bank.
     void bankOpened(int bank);
+    void sheetsAsked(const std::set<int> &banks);
     void changeBankNameSignal(const QString &name, int bank);
     void changePresetNameSignal(const QString &name, int bank, int preset);
 

@@ -93,6 +93,10 @@ void Arranging::paste(const RecordId &target)
                     tr("The clipboard holds no presets: %1").arg(QString::fromUtf8(error.what())));
     }
     if (part.records.empty()) return tell(QStringLiteral("PASTE"), tr("The clipboard holds no presets."));
+    const bool holdsBanks = part.records.begin()->kind == RecordId::Kind::Bank;
+    if (holdsBanks != (target.kind == RecordId::Kind::Bank))
+        return tell(QStringLiteral("PASTE"), holdsBanks ? tr("The clipboard holds banks. Paste them over a bank.")
+                                                        : tr("The clipboard holds presets. Paste them over a preset."));
     const bool isMove = std::exchange(isCut, false) && isOwn();
     pastePart(part, target, isMove ? copied : std::set<RecordId>());
 }

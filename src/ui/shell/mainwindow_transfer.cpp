@@ -42,6 +42,7 @@ void MainWindow::makeUnitFiles(QMenu &backup, QMenu &restore, QMenu &reset)
 
 QString MainWindow::unitName() const
 {
+    if (workFile->isOpen()) return workFile->name();
     const auto info = data ? data->deviceInfo.load() : nullptr;
     return info ? QString::fromStdString(info->firstText + ' ' + info->secondText).simplified() : QString();
 }
