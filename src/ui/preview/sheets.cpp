@@ -87,8 +87,8 @@ private:
         text({0, y, 52, 2 * lineHeight}, QString::number(bank.bank), preview::bold(30), ink.text, Qt::AlignRight);
         text({70, y, left - 86, 2 * lineHeight}, bank.bankName, preview::bold(24), ink.text);
         for (int preset = 0; preset < presetCount; ++preset) {
-            const QRectF place(left + preset % preview::switchesInRow * column,
-                               y + preset / preview::switchesInRow * lineHeight, column, lineHeight);
+            const int row = preset / preview::switchesInRow, inRow = preset % preview::switchesInRow;
+            const QRectF place(left + inRow * column, y + row * lineHeight, column, lineHeight);
             text(place, QString::number(preset), preview::regular(17), ink.quiet);
             text(place.adjusted(18, 0, -8, 0), switchOf(bank, preset).name, preview::regular(17), ink.text);
         }

@@ -171,7 +171,7 @@ UnitPart TabMidiDevices::knownPresets() const
 QString TabMidiDevices::usesText(const UnitPart &presets, const MidiTarget &target)
 {
     const QString count = QString::number(usesOf(presets, target).size());
-    return presets.records.size() < std::size_t{bankCount * presetCount} ? count + QLatin1Char('+') : count;
+    return presets.records.size() < std::size_t{bankCount} * presetCount ? count + QLatin1Char('+') : count;
 }
 
 void TabMidiDevices::showUses()
