@@ -37,6 +37,8 @@ void Tour::run()
     expressionPedalPage();
     switchOutPage();
     previewPage();
+    libraryPage();
+    moveDevices();
     files();
     workOnAFile();
     refusedChange();
