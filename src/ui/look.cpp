@@ -8,6 +8,7 @@
 #include <QAbstractItemView>
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMessageBox>
 #include <QPainter>
 #include <QPushButton>
@@ -274,6 +275,16 @@ void orderTabs(const QTableWidget *table)
                 if (previous) QWidget::setTabOrder(previous, widget);
                 previous = widget;
             }
+}
+
+void addHeading(QMenu &menu, const QString &text)
+{
+    QAction *const heading = menu.addAction(text);
+    QFont font = pixelFont(DataFromDevice::fontTableContent);
+    font.setBold(true);
+    heading->setFont(font);
+    heading->setEnabled(false);
+    menu.addSeparator();
 }
 
 void showText(QLineEdit *edit, const QString &text)

@@ -12,6 +12,7 @@
 class ComboBox;
 class QAbstractButton;
 class QLineEdit;
+class QMenu;
 class QPushButton;
 class QTableWidget;
 class QWidget;
@@ -86,6 +87,9 @@ struct Column
 void prepareTable(QTableWidget *table, const QVector<Column> &columns, int rowHeight);
 /// Makes Tab walk the table's cell widgets row by row.
 void orderTabs(const QTableWidget *table);
+
+/// A line above a menu's entries that says what they are about.
+void addHeading(QMenu &menu, const QString &text);
 
 /// Shows `text`, from its beginning, without letting the edit announce it.
 void showText(QLineEdit *edit, const QString &text);

@@ -3,11 +3,13 @@
 #include "ui/dialogs/installdriverswindow.h"
 #include "ui/dialogs/midieditorwindow.h"
 #include "ui/editor.h"
+#include "ui/shell/startup.h"
 
 #include <QClipboard>
 #include <QDesktopServices>
 #include <QMenu>
 #include <QTextBrowser>
+#include <QWindow>
 
 namespace {
 
@@ -246,6 +248,24 @@ TEST_F(Window, IsMovedByItsTopMinimisedClosedAndTellsAboutItself)
     window.showNormal();
     click("pushButton_closeWindow");
     EXPECT_FALSE(window.isVisible());
+}
+
+TEST(Dialogs, AskOnceMoreForTheirPlaceWhenTheyAreToldAnother)
+{
+    InstallDriversWindow dialog;
+    dialog.show();
+    const QPoint wanted = dialog.pos();
+    for (const QPoint &then : {wanted, QPoint(1, 2)}) {
+        dialog.windowHandle()->setPosition(1, 2);
+        QCoreApplication::processEvents();
+        EXPECT_EQ(dialog.pos(), then);
+    }
+}
+
+TEST(Startup, DrawsTheWindowSmallerOnlyWhereItDoesNotFit)
+{
+    for (const auto &[room, factor] : {std::pair(QSize(1322, 709), 1.0), {{2800, 1600}, 1.0}, {{661, 900}, 0.5}})
+        EXPECT_NEAR(startup::fitting(room), factor, 0.001) << room.width();
 }
 
 /// Takes the place of the desktop's browser and mail program.

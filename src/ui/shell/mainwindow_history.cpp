@@ -12,6 +12,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QShortcut>
+#include <QSignalBlocker>
 #include <QTableWidget>
 
 namespace {
@@ -30,10 +31,23 @@ QKeySequence redoKeys() { return QKeySequence(QStringLiteral("Ctrl+Shift+Z")); }
 QKeySequence otherRedoKeys() { return QKeySequence(QStringLiteral("Ctrl+Y")); }
 QKeySequence undoKeys() { return QKeySequence(QStringLiteral("Ctrl+Z")); }
 
-/// Whether a text edit has no use for keys that undo or redo: nothing in it has been changed.
-bool leavesToWindow(const QLineEdit *edit, const QKeyEvent *event)
+/// A text edit that shows what the unit holds could still make again what was typed and taken back in it.
+void forgetTyping(QLineEdit *edit)
+{
+    if (edit->isModified() || !edit->isRedoAvailable()) return;
+    const QSignalBlocker blocker(edit);
+    const int start = edit->selectionStart(), length = edit->selectionLength(), cursor = edit->cursorPosition();
+    edit->setText(edit->text());
+    edit->setCursorPosition(cursor);
+    if (length > 0) edit->setSelection(start, length);
+}
+
+/// Whether a text edit has no use for keys that undo or redo: nothing in it has been changed. An undo that leaves ends
+/// the edit's own redo, so that the next one goes the same way.
+bool leavesToWindow(QLineEdit *edit, const QKeyEvent *event)
 {
     const QKeySequence keys(event->key() | static_cast<int>(event->modifiers()));
+    if (keys == undoKeys()) forgetTyping(edit);
     if (edit->isModified()) return false;
     return keys == undoKeys() || (!edit->isRedoAvailable() && (keys == redoKeys() || keys == otherRedoKeys()));
 }
@@ -79,12 +93,13 @@ void MainWindow::connectHistory()
 
 bool MainWindow::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::ShortcutOverride)
-        if (const auto *const edit = qobject_cast<QLineEdit *>(watched);
-            edit && edit->window() == this && leavesToWindow(edit, static_cast<QKeyEvent *>(event))) {
+    if (auto *const edit = qobject_cast<QLineEdit *>(watched); edit && edit->window() == this) {
+        if (event->type() == QEvent::FocusIn) forgetTyping(edit);
+        if (event->type() == QEvent::ShortcutOverride && leavesToWindow(edit, static_cast<QKeyEvent *>(event))) {
             event->ignore();
             return true;
         }
+    }
     if (const auto *const widget = qobject_cast<QWidget *>(watched);
         widget && widget->window() == this && takesFile(event))
         return true;

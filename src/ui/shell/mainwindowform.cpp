@@ -13,7 +13,6 @@
 
 namespace {
 
-constexpr QSize windowSize(1322, 709);
 constexpr QRect pageArea(12, 130, 1298, 567);
 constexpr QRect subTabArea(64, 14, 1194, 543);  // within the presets page
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QSize>
+
 #include <array>
 
 class QRect;
@@ -42,6 +44,8 @@ struct SubTab
 class MainWindowForm
 {
 public:
+    static constexpr QSize windowSize{1322, 709};
+
     explicit MainWindowForm(QMainWindow *window);
 
     // Top band

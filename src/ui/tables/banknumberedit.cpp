@@ -85,7 +85,6 @@ void BankNumberEdit::focusInEvent(QFocusEvent *event)
 {
     QLineEdit::focusInEvent(event);
     selectAll();
-    selectOnRelease = event->reason() == Qt::MouseFocusReason;
 }
 
 void BankNumberEdit::focusOutEvent(QFocusEvent *event)
@@ -97,6 +96,5 @@ void BankNumberEdit::focusOutEvent(QFocusEvent *event)
 void BankNumberEdit::mouseReleaseEvent(QMouseEvent *event)
 {
     QLineEdit::mouseReleaseEvent(event);
-    if (selectOnRelease) selectAll();  // the press has put the cursor somewhere
-    selectOnRelease = false;
+    if (!isModified()) selectAll();  // the press has put the cursor somewhere
 }
