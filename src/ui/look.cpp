@@ -12,7 +12,6 @@
 #include <QMessageBox>
 #include <QPainter>
 #include <QPushButton>
-#include <QSignalBlocker>
 #include <QStringMatcher>
 #include <QTableWidget>
 
@@ -285,14 +284,6 @@ void addHeading(QMenu &menu, const QString &text)
     heading->setFont(font);
     heading->setEnabled(false);
     menu.addSeparator();
-}
-
-void showText(QLineEdit *edit, const QString &text)
-{
-    const QSignalBlocker blocker(edit);
-    if (edit->text() == text) return;
-    edit->setText(text);
-    if (!edit->hasFocus()) edit->setCursorPosition(0);
 }
 
 void showMessage(QWidget *parent, const QString &title, const QString &text)

@@ -91,8 +91,6 @@ void orderTabs(const QTableWidget *table);
 /// A line above a menu's entries that says what they are about.
 void addHeading(QMenu &menu, const QString &text);
 
-/// Shows `text`, from its beginning, without letting the edit announce it.
-void showText(QLineEdit *edit, const QString &text);
 /// Shows plain text in a box over `parent` and goes on.
 void showMessage(QWidget *parent, const QString &title, const QString &text);
 

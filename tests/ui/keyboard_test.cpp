@@ -156,7 +156,6 @@ TEST_F(Keyboard, ControlAndTabWalkTheSubTabsAndEnterOpensAMidiButton)
         EXPECT_TRUE(find<QWidget>(QString("tableWidget_") + table).isVisible()) << table;
         if (*table != 'm') QTest::keyClick(&window, Qt::Key_Tab, Qt::ControlModifier);
     }
-    EXPECT_EQ(QApplication::focusWidget(), &cell<QWidget>("midi", 1, 0));
     for (const auto &[key, modifiers] : {std::pair(Qt::Key_Return, Qt::NoModifier), {Qt::Key_Down, Qt::AltModifier}}) {
         onDialog([](QWidget &dialog) { dialog.close(); });
         QTest::keyClick(&cell<QWidget>("midi", 1, 4), key, modifiers);

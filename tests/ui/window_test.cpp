@@ -3,7 +3,6 @@
 #include "ui/dialogs/installdriverswindow.h"
 #include "ui/dialogs/midieditorwindow.h"
 #include "ui/editor.h"
-#include "ui/shell/startup.h"
 
 #include <QClipboard>
 #include <QDesktopServices>
@@ -260,12 +259,6 @@ TEST(Dialogs, AskOnceMoreForTheirPlaceWhenTheyAreToldAnother)
         QCoreApplication::processEvents();
         EXPECT_EQ(dialog.pos(), then);
     }
-}
-
-TEST(Startup, DrawsTheWindowSmallerOnlyWhereItDoesNotFit)
-{
-    for (const auto &[room, factor] : {std::pair(QSize(1322, 709), 1.0), {{2800, 1600}, 1.0}, {{661, 900}, 0.5}})
-        EXPECT_NEAR(startup::fitting(room), factor, 0.001) << room.width();
 }
 
 /// Takes the place of the desktop's browser and mail program.

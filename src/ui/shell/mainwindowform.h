@@ -1,10 +1,10 @@
 #pragma once
 
+#include <QRect>
 #include <QSize>
 
 #include <array>
 
-class QRect;
 class QString;
 class QLabel;
 class QMainWindow;
@@ -44,7 +44,7 @@ struct SubTab
 class MainWindowForm
 {
 public:
-    static constexpr QSize windowSize{1322, 709};
+    static constexpr QSize windowSize{1322, 709};  ///< on a screen that has room for it
 
     explicit MainWindowForm(QMainWindow *window);
 
@@ -85,5 +85,8 @@ private:
     void makeBusyDisplay();
     QProgressBar *makeProgress(const char *name, const QRect &place, const QString &accessibleName);
 
+    int lack;  ///< pixels that the screen has too few: the right edges are so much nearer
+    QSize size;
+    QRect pageArea;
     QWidget *body;  // the central widget: everything stands on it
 };

@@ -21,6 +21,14 @@ namespace {
 constexpr const char *scaleVariable = "QT_SCALE_FACTOR";
 std::optional<QByteArray> outerScale;  // the variable's value for other programs, while this one has its own
 
+/// How much smaller than designed the window has to be drawn for a screen; 1 where it fits.
+double fittingScale(const QScreen &screen)
+{
+    const QSizeF window = MainWindowForm::windowSize, room = screen.availableSize();
+    const double scale = std::min({1.0, room.width() / window.width(), room.height() / window.height()});
+    return std::max(scale, 1 / screen.devicePixelRatio());  // less than a pixel for a pixel cannot be drawn
+}
+
 }  // namespace
 
 void prepareScreen()
@@ -30,21 +38,15 @@ void prepareScreen()
     QApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
 }
 
-double fitting(const QSize &room)
-{
-    const QSizeF window = MainWindowForm::windowSize;
-    return std::min({1.0, room.width() / window.width(), room.height() / window.height()});
-}
-
 void fitToScreen(int argc, char **argv)
 {
     std::vector<char *> arguments(argv, argv + argc + 1);  // what is told to Qt is taken out of them
     const QGuiApplication probe(argc, arguments.data());   // nothing else knows the screen
-    const double factor = fitting(QGuiApplication::primaryScreen()->availableSize());
-    if (factor == 1 || QGuiApplication::platformName() == QLatin1String("offscreen")) return;
+    const double factor = fittingScale(*QGuiApplication::primaryScreen());
+    if (factor >= 1) return;
     outerScale = qgetenv(scaleVariable);
     const double outer = outerScale->isEmpty() ? 1 : outerScale->toDouble();
-    qputenv(scaleVariable, QByteArray::number(factor * outer));
+    qputenv(scaleVariable, QByteArray::number(factor * outer, 'g', 17));
 }
 
 void prepareApplication()
