@@ -8,10 +8,10 @@
 #include <QAbstractItemView>
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMessageBox>
 #include <QPainter>
 #include <QPushButton>
-#include <QSignalBlocker>
 #include <QStringMatcher>
 #include <QTableWidget>
 
@@ -276,12 +276,14 @@ void orderTabs(const QTableWidget *table)
             }
 }
 
-void showText(QLineEdit *edit, const QString &text)
+void addHeading(QMenu &menu, const QString &text)
 {
-    const QSignalBlocker blocker(edit);
-    if (edit->text() == text) return;
-    edit->setText(text);
-    if (!edit->hasFocus()) edit->setCursorPosition(0);
+    QAction *const heading = menu.addAction(text);
+    QFont font = pixelFont(DataFromDevice::fontTableContent);
+    font.setBold(true);
+    heading->setFont(font);
+    heading->setEnabled(false);
+    menu.addSeparator();
 }
 
 void showMessage(QWidget *parent, const QString &title, const QString &text)

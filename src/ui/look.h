@@ -12,6 +12,7 @@
 class ComboBox;
 class QAbstractButton;
 class QLineEdit;
+class QMenu;
 class QPushButton;
 class QTableWidget;
 class QWidget;
@@ -87,8 +88,9 @@ void prepareTable(QTableWidget *table, const QVector<Column> &columns, int rowHe
 /// Makes Tab walk the table's cell widgets row by row.
 void orderTabs(const QTableWidget *table);
 
-/// Shows `text`, from its beginning, without letting the edit announce it.
-void showText(QLineEdit *edit, const QString &text);
+/// A line above a menu's entries that says what they are about.
+void addHeading(QMenu &menu, const QString &text);
+
 /// Shows plain text in a box over `parent` and goes on.
 void showMessage(QWidget *parent, const QString &title, const QString &text);
 
