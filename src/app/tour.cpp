@@ -37,6 +37,7 @@ void Tour::run()
     expressionPedalPage();
     switchOutPage();
     previewPage();
+    libraryPage();
     files();
     workOnAFile();
     refusedChange();

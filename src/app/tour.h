@@ -36,6 +36,7 @@ private:
     void midiDevicesTable();
     void midiTable();
     void previewPage();
+    void libraryPage();
     // tour_files.cpp
     void files();
     // tour_workfile.cpp
