@@ -6,11 +6,11 @@
 
 // What the footswitch function of a preset allows.
 
-/// How many of the states ON, OFF, TOGGLE, INACTIVE, taken in this order, each `FootswitchType` allows.
+/// How many of the states ON, OFF, TOGGLE, INACTIVE, taken in this order, each `FootswitchType` allows: P, S, L, M.
 using AllowedStates = std::array<int, 4>;
+/// Of the buffer and the loops (`LoopType`), of the switches (`SwitchType`).
 template <typename State>
 inline constexpr AllowedStates allowedStates{};
-/// Of the buffer and the loops.                                          P  S  L  M
 template <>
 inline constexpr AllowedStates allowedStates<LoopType>{2, 0, 4, 0};
 template <>

@@ -242,10 +242,7 @@ void changePlainly(PresetData &preset, const PresetChange &change, arrange::Chan
         if (control->where && *control->where != held) return;
         wanted.erase(place);
         if (control->value != inactiveValue) wanted[place] = control->value;
-        if (sends && wanted.size() > 20) {
-            ++count.noRoom;
-            return;
-        }
+        if (sends && wanted.size() > 20) return void(++count.noRoom);
         set(messages, wanted, sends);
         preset.controlChanges.clear();
         for (const auto &[name, value] : messages)

@@ -41,6 +41,13 @@ std::optional<Value> unlessAsItIs(const ComboBox *box)
         return static_cast<Value>(index);
 }
 
+/// The place in its device's list, from 1, of the controller that a box shows, if it shows one.
+std::optional<std::uint8_t> controllerOf(const ComboBox *box)
+{
+    const QVariant position = box->currentData();
+    return position.isValid() ? std::optional(static_cast<std::uint8_t>(position.toInt())) : std::nullopt;
+}
+
 /// "LOOP 1" to the last
 QStringList numbered(const char *name, int last)
 {
@@ -61,8 +68,8 @@ QString textOf(const arrange::ChangeCount &count)
         changes,
         lineOf(count.notAllowed, "preset stays as it is: its function does not allow it.",
                "presets stay as they are: their function does not allow it."),
-        lineOf(count.noRoom, "preset stays as it is: it has no room for a control change more.",
-               "presets stay as they are: they have no room for a control change more."),
+        lineOf(count.noRoom, "preset stays as it is: it has no room for another control change.",
+               "presets stay as they are: they have no room for another control change."),
     };
     lines.removeAll(QString());
     return lines.join(QLatin1Char('\n'));
@@ -110,9 +117,9 @@ std::optional<PresetChange> ChangeDialog::change() const
 
 void ChangeDialog::showCount()
 {
-    const std::optional<PresetChange> change = this->change();
-    const arrange::ChangeCount counted = change ? countOf(*change) : arrange::ChangeCount();
-    count->setText(change ? textOf(counted) : tr("Choose what it shall become."));
+    const std::optional<PresetChange> asked = change();
+    const arrange::ChangeCount counted = asked ? countOf(*asked) : arrange::ChangeCount();
+    count->setText(asked ? textOf(counted) : tr("Choose what it shall become."));
     enableOk(counted.values > 0);
 }
 
@@ -165,20 +172,18 @@ ComboBox *ChangeDialog::addControllers(QGridLayout *page, const QString &role, C
 {
     ComboBox *const box = addBox(page, role, QStringLiteral("CONTROLLER"), QStringList());
     const auto fill = [this, box, firstDevice](int index) {
-        const int device = index - firstDevice;
-        QStringList names;
-        if (device >= 0) {
-            const MidiDevice &definition = devices.at(static_cast<std::size_t>(device));
-            for (const std::uint8_t position : definedControllers(definition))
-                names << controllerName(definition, position);
-        }
-        const bool isEmpty = names.isEmpty();
-        if (isEmpty && device >= 0) names << QStringLiteral("NO CONTROLLERS DEFINED");
         const QSignalBlocker blocker(box);
         box->clear();
-        box->addItems(names);
-        box->setCurrentIndex(isEmpty ? 0 : -1);
-        box->setEnabled(!isEmpty);
+        if (index >= firstDevice) {
+            const MidiDevice &definition = devices.at(static_cast<std::size_t>(index - firstDevice));
+            for (const std::uint8_t position : definedControllers(definition))
+                box->addItem(controllerName(definition, position), position);
+            box->setEnabled(box->count() > 0);
+            if (box->count() == 0) box->addItem(QStringLiteral("NO CONTROLLERS DEFINED"));
+        } else {
+            box->setEnabled(false);
+        }
+        box->setCurrentIndex(box->isEnabled() ? -1 : 0);
     };
     connect(deviceBox, qOverload<int>(&QComboBox::currentIndexChanged), box, fill);
     fill(deviceBox->currentIndex());
@@ -194,13 +199,6 @@ QStringList ChangeDialog::deviceNames() const
     return names;
 }
 
-std::optional<std::uint8_t> ChangeDialog::controllerAt(int device, int index) const
-{
-    if (device < 0 || index < 0) return std::nullopt;
-    const auto positions = definedControllers(devices.at(static_cast<std::size_t>(device)));
-    return positions.empty() ? std::nullopt : std::optional(positions.at(static_cast<std::size_t>(index)));
-}
-
 // --- Kinds of changes
 
 ChangeDialog::Chosen ChangeDialog::makeFunctionPage()
@@ -209,6 +207,9 @@ ChangeDialog::Chosen ChangeDialog::makeFunctionPage()
     ComboBox *const functions =
         add(page, QStringLiteral("function"), QStringLiteral("BECOMES"), look::makeFunctionBox(this));
     functions->showStored(-1);
+    look::setBackgroundLine(functions, QStringLiteral("background-color: %1;").arg(look::cellColor));
+    connect(functions, qOverload<int>(&QComboBox::currentIndexChanged), functions,
+            [functions](int index) { look::wearFunctionColor(functions, fromIndex<FootswitchType>(index)); });
     return [=]() -> std::optional<PresetChange> {
         if (functions->currentIndex() < 0) return std::nullopt;
         return FunctionChange{fromIndex<FootswitchType>(functions->currentIndex())};
@@ -264,8 +265,8 @@ ChangeDialog::Chosen ChangeDialog::makeControlPage()
                                    QStringList{QStringLiteral("ANYTHING")} + controlValueTexts(), 0);
     ComboBox *const value =
         addBox(page, QStringLiteral("controlValue"), QStringLiteral("BECOMES"), controlValueTexts());
-    return [=, this]() -> std::optional<PresetChange> {
-        const auto controller = controllerAt(device->currentIndex(), controllers->currentIndex());
+    return [=]() -> std::optional<PresetChange> {
+        const auto controller = controllerOf(controllers);
         if (!controller || value->currentIndex() < 0) return std::nullopt;
         const int held = where->currentIndex() - 1;
         return ControlChange{static_cast<std::uint8_t>(device->currentIndex() + 1), *controller,
@@ -286,7 +287,7 @@ ChangeDialog::Chosen ChangeDialog::makePedalPage()
     const QStringList values = withAsItIs(look::numberTexts(range::midi.low, range::midi.high));
     ComboBox *const toeUp = addBox(page, QStringLiteral("toeUpValue"), QStringLiteral("TOE UP VALUE"), values, 0);
     ComboBox *const toeDown = addBox(page, QStringLiteral("toeDownValue"), QStringLiteral("TOE DOWN VALUE"), values, 0);
-    return [=, this]() -> std::optional<PresetChange> {
+    return [=]() -> std::optional<PresetChange> {
         PedalChange change{{},
                            {},
                            unlessAsItIs<ExpressionPedalCharacteristic>(characteristic),
@@ -295,7 +296,7 @@ ChangeDialog::Chosen ChangeDialog::makePedalPage()
         const int chosenDevice = device->currentIndex() - firstDevice;
         if (chosenDevice >= 0) {
             change.device = static_cast<std::uint8_t>(chosenDevice + 1);
-            change.controller = controllerAt(chosenDevice, controllers->currentIndex());
+            change.controller = controllerOf(controllers);
             if (!change.controller) return std::nullopt;
         } else if (device->currentIndex() == inactive) {
             change.controller = none;

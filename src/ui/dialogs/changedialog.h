@@ -44,7 +44,7 @@ private:
     /// A box for the controllers of the device that another box shows, whose first device is the item `firstDevice`.
     ComboBox *addControllers(QGridLayout *page, const QString &role, ComboBox *deviceBox, int firstDevice = 0);
 
-    // Each returns what its page says then.
+    // Each returns what tells what is chosen on its page.
     Chosen makeFunctionPage();
     Chosen makeLoopPage();
     Chosen makeSwitchPage();
@@ -54,8 +54,6 @@ private:
     Chosen makeNamePage();
 
     QStringList deviceNames() const;
-    /// The place of the chosen controller of a device (from 0) in its list, from 1; nothing if none is chosen.
-    std::optional<std::uint8_t> controllerAt(int device, int index) const;
     void showCount();
 
     const Devices devices;

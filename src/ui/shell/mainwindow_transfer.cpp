@@ -32,7 +32,7 @@ void MainWindow::makeUnitFiles(QMenu &backup, QMenu &restore, QMenu &reset)
     deviceArranging = std::make_unique<DeviceArranging>(*arranging, *files,
                                                         DeviceArranging::Window{this, [this] { return canChange(); }});
     connect(this, &MainWindow::connected, deviceArranging.get(), &DeviceArranging::setModel);
-    presetChanging = std::make_unique<PresetChanging>(*arranging, *files,
+    presetChanging = std::make_unique<PresetChanging>(requests, *arranging, *files,
                                                       PresetChanging::Window{this, [this] { return obstacle(); }});
     connect(this, &MainWindow::connected, presetChanging.get(), &PresetChanging::setModel);
     connect(this, &MainWindow::connected, files.get(), &UnitFiles::setModel);

@@ -9,6 +9,7 @@
 
 class Arranging;
 class DataFromDevice;
+class RequestQueue;
 class UnitFiles;
 class QWidget;
 
@@ -25,7 +26,7 @@ public:
         Obstacle obstacle;  ///< what keeps a change from being sent now
     };
 
-    PresetChanging(Arranging &arranger, UnitFiles &unitFiles, Window owner);
+    PresetChanging(RequestQueue &queue, Arranging &arranger, UnitFiles &unitFiles, Window owner);
 
     /// The model that tells what would change; null without one.
     void setModel(DataFromDevice *model) { data = model; }
@@ -34,9 +35,10 @@ public:
     void offer(const std::set<RecordId> &selection);
 
 private:
-    /// Asks when everything is known.
+    /// Asks when everything is known; not any more when another unit is found meanwhile.
     void ask(const std::set<RecordId> &selection);
 
+    RequestQueue &requests;
     Arranging &arranging;
     UnitFiles &files;
     Window window;
