@@ -1,20 +1,27 @@
-// What it costs to show and to scroll a full library, and to search in it. The exit status tells whether all are within
-// their limits.
+// What it costs to show and to scroll a full library, and to search in it, and how long the window stands still while a
+// library is read and arranged. The exit status tells whether all are within their limits.
 
 #include "comparison.h"
+#include "controller/requestqueue.h"
 #include "model/datafromdevice.h"
 #include "simulator/musiciancontent.h"
+#include "simulator/unitport.h"
+#include "ui/library/libraryview.h"
 #include "ui/library/librarywidget.h"
 #include "ui/shell/mainwindow.h"
 #include "ui/shell/startup.h"
 
 #include <QApplication>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTableView>
 
 #include <algorithm>
+#include <array>
+#include <chrono>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -25,6 +32,9 @@ constexpr double filterLimit = 5;  // ms
 constexpr int showings = 20;
 constexpr int scrollStep = 13;  // pixels
 constexpr int searches = 40;
+constexpr double pauseLimit = 50;                  // ms
+constexpr std::chrono::milliseconds answersIn(5);  // each exchange
+constexpr int sessions = 3;                        // what the machine spoils in one is not in all
 
 /// The model of a unit that has been read to the end.
 std::unique_ptr<DataFromDevice> fullModel()
@@ -86,6 +96,42 @@ bool measureFind(QLineEdit &find)
     return isWithin("filter_library_ms", longest(filtering), filterLimit);
 }
 
+/// The longest that the window was busy until `reached` holds.
+double longestPause(const std::function<bool()> &reached)
+{
+    double pause = 0;
+    while (!reached())
+        pause = std::max(pause, millisecondsOf([] { QApplication::processEvents(); }));
+    return pause;
+}
+
+/// Reads the whole library of a slow unit, moves ten banks, and takes that back.
+double pauseOfSession()
+{
+    UnitPort unit;
+    unit.setDelay(answersIn);
+    MainWindow window([&unit] { return QStringList(QString::fromStdString(unit.location())); });
+    window.show();
+    auto &table = *window.findChild<LibraryView *>();
+    const auto *const requests = window.findChild<RequestQueue *>();
+    const auto *const status = window.findChild<QLabel *>(QStringLiteral("label_deviceStatus"));
+    const auto isIdle = [requests] { return requests->isIdle(); };
+    longestPause([&] { return status->text() == QLatin1String("DEVICE CONNECTED") && isIdle(); });
+    window.findChild<QPushButton *>(QStringLiteral("pushButton_libraryTab"))->click();
+    const double reading = longestPause(isIdle);
+    emit table.banksDropped({9}, 0);
+    const double moving = longestPause(isIdle);
+    window.findChild<QPushButton *>(QStringLiteral("pushButton_undo"))->click();
+    return std::max({reading, moving, longestPause(isIdle)});
+}
+
+bool measurePauses()
+{
+    std::array<double, sessions> pauses{};
+    std::ranges::generate(pauses, pauseOfSession);
+    return isWithin("pause_library_ms", *std::ranges::min_element(pauses), pauseLimit);
+}
+
 }  // namespace
 
 int main(int argc, char **argv)
@@ -103,5 +149,6 @@ int main(int argc, char **argv)
     const bool isSmooth = measureFrames(*window.findChild<QTableView *>(QStringLiteral("tableView_library")),
                                         *button("pushButton_settingsTab"), *button("pushButton_libraryTab"));
     const bool isFound = measureFind(*window.findChild<QLineEdit *>(QStringLiteral("lineEdit_find")));
-    return isSmooth && isFound ? 0 : 1;
+    const bool isResponsive = measurePauses();
+    return isSmooth && isFound && isResponsive ? 0 : 1;
 }

@@ -13,9 +13,11 @@ int main(int argc, char **argv)
     Connection::enableLog = true;
     startup::prepareApplication();
 
+    QCoreApplication::setApplicationVersion(QStringLiteral(KORA_VERSION));
     QCommandLineParser options;
     options.setApplicationDescription(QStringLiteral("The editor for the KORA guitar floor controller."));
     options.addHelpOption();
+    options.addVersionOption();
     const QString file = startup::fileArgument(options, application);
 
     MainWindow window(systemPortLocations, nullptr, {}, makeFileUnit);

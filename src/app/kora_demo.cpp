@@ -18,6 +18,7 @@ int main(int argc, char **argv)
     QApplication::setApplicationName(
         QStringLiteral("kora-demo"));  // a real unit's log and safety copies are left alone
 
+    QCoreApplication::setApplicationVersion(QStringLiteral(KORA_VERSION));
     QCommandLineParser options;
     options.setApplicationDescription(QStringLiteral("The KORA editor together with a virtual unit."));
     const QCommandLineOption tourOption(QStringLiteral("tour"),
@@ -26,6 +27,7 @@ int main(int argc, char **argv)
                                         QStringLiteral("DIRECTORY"));
     options.addOption(tourOption);
     options.addHelpOption();
+    options.addVersionOption();
     const QString file = startup::fileArgument(options, application);
 
     UnitPort unit;

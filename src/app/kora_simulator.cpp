@@ -172,11 +172,13 @@ int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("kora-simulator"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(KORA_VERSION));
     QCommandLineParser options;
     options.setApplicationDescription(QStringLiteral(
         "A unit without hardware. Prints the path of its serial port, then every frame that the editor sends (PC >>) "
         "and receives (PC <<), until it is interrupted."));
     options.addHelpOption();
+    options.addVersionOption();
     options.addOptions({
         {stateOption,
          QStringLiteral(

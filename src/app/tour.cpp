@@ -38,6 +38,7 @@ void Tour::run()
     switchOutPage();
     previewPage();
     libraryPage();
+    moveDevices();
     files();
     workOnAFile();
     refusedChange();

@@ -8,6 +8,7 @@
 #include <functional>
 #include <vector>
 
+class LibraryView;
 class MainWindow;
 class QWidget;
 
@@ -36,7 +37,16 @@ private:
     void midiDevicesTable();
     void midiTable();
     void previewPage();
+    // tour_library.cpp
     void libraryPage();
+    void arrangePresets(LibraryView &table);
+    /// Selects a cell and takes an entry of the library's menu.
+    void chooseInLibrary(LibraryView &table, int bank, int column, const char *entry);
+    void changeInSelection(LibraryView &table);
+    /// Undoes the last step.
+    void takeBack();
+    void saveSheets();
+    void moveDevices();
     // tour_files.cpp
     void files();
     // tour_workfile.cpp

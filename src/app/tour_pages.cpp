@@ -1,9 +1,5 @@
 #include "app/gestures.h"
 #include "app/tour.h"
-#include "model/differences.h"
-#include "model/functionrules.h"
-#include "ui/library/librarymodel.h"
-#include "ui/library/libraryview.h"
 #include "ui/shell/mainwindow.h"
 
 #include <QComboBox>
@@ -215,39 +211,4 @@ void Tour::previewPage()
 {
     click("pushButton_previewTab");
     picture(QStringLiteral("preview"));
-}
-
-void Tour::libraryPage()
-{
-    click("pushButton_libraryTab");
-    auto &library = find<LibraryView>(window, "tableView_library");
-    check(QStringLiteral("all banks are read"), [&] {
-        return library.model()
-            ->index(bankCount - 1, LibraryModel::ColumnCount - 1)
-            .data(LibraryModel::KnownRole)
-            .toBool();
-    });
-    const UnitMemory before = unit.memory();
-    const auto changedPreset = [](PresetData preset) {
-        if (allows(allowedStates<LoopType>, preset.footswitchFunction, toIndex(LoopType::On)))
-            preset.loops[5] = LoopType::On;
-        return preset;
-    };
-    library.selectBanks(20, 2);
-    withDialog([&] { trigger("CHANGE IN SELECTION..."); },
-               [&](QWidget &dialog) {
-                   chooseFrom(find<QComboBox>(dialog, "comboBox_change"), QStringLiteral("BUFFER OR LOOP"));
-                   chooseFrom(find<QComboBox>(dialog, "comboBox_loop"), QStringLiteral("LOOP 6"));
-                   chooseFrom(find<QComboBox>(dialog, "comboBox_loopState"), QStringLiteral("ON"));
-                   picture(QStringLiteral("change-in-selection"), &dialog);
-                   clickOn(find<QPushButton>(dialog, "pushButton_ok"));
-               });
-    checkUnit(QStringLiteral("loop 6 is ON in all presets of two banks, where their function allows it"),
-              [&](const UnitMemory &memory) {
-                  UnitContent expected = before;
-                  for (const std::size_t bank : {20U, 21U})
-                      std::ranges::transform(expected.presets[bank], expected.presets[bank].begin(), changedPreset);
-                  return differences(memory, expected, allRecords()).empty();
-              });
-    picture(QStringLiteral("library"));
 }

@@ -15,6 +15,37 @@
 
 namespace {
 
+/// Drops what is dragged as soon as a drag begins, since there is no pointer that could move it.
+class DropAt : public QObject
+{
+public:
+    DropAt(LibraryView &libraryView, const QPoint &target, Qt::DropAction chosen)
+        : view(libraryView), place(target), action(chosen)
+    {
+        view.installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject * /*view*/, QEvent *event) override
+    {
+        if (event->type() != QEvent::ChildAdded) return false;  // of the drag
+        QMimeData data;
+        data.setData(LibraryModel::dragType(), {});
+        QDragEnterEvent enter(place, action, &data, Qt::LeftButton, {});
+        QDropEvent drop(place, action, &data, Qt::LeftButton, {});
+        for (QDropEvent *const part : {static_cast<QDropEvent *>(&enter), &drop}) {
+            part->setDropAction(action);
+            QApplication::sendEvent(view.viewport(), part);
+        }
+        return false;
+    }
+
+private:
+    LibraryView &view;
+    QPoint place;
+    Qt::DropAction action;
+};
+
 class Library : public Editor
 {
 protected:
@@ -79,6 +110,24 @@ protected:
                 EXPECT_TRUE(action->isEnabled()) << text.toStdString();
                 action->trigger();
             }
+        ASSERT_TRUE(settles());
+    }
+    /// Drags a cell, with all that is selected if it is, to another one.
+    void drag(std::pair<int, int> from, std::pair<int, int> to, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        const auto place = [this](std::pair<int, int> cell) {
+            return table().visualRect(at(cell.first, cell.second)).center();
+        };
+        const QPoint start = place(from);
+        DropAt dropping(table(), place(to), modifiers == Qt::ControlModifier ? Qt::CopyAction : Qt::MoveAction);
+        QTest::mousePress(table().viewport(), Qt::LeftButton, {}, start);
+        for (const int distance : {1, 2}) {  // the first begins the drag, the second makes it
+            const QPoint moved = start + distance * QPoint(QApplication::startDragDistance(), 0);
+            QMouseEvent move(QEvent::MouseMove, moved, table().viewport()->mapToGlobal(moved), Qt::NoButton,
+                             Qt::LeftButton, {});
+            QApplication::sendEvent(table().viewport(), &move);
+        }
+        QTest::mouseRelease(table().viewport(), Qt::LeftButton, modifiers, place(to));
         ASSERT_TRUE(settles());
     }
     /// The banks that are shown, each with the columns that shine.
@@ -192,18 +241,13 @@ TEST_F(Library, ArrangesByKeysMouseAndMenuAndShowsWhatUndoTakesBack)
 {
     open();
     const UnitMemory before = unit.memory();
-    using Kind = RecordId::Kind;
-    const auto drop = [this](const RecordId &from, const RecordId &to, bool copies) {
-        emit table().presetsDropped({from}, to, copies);
-        ASSERT_TRUE(settles());
-    };
-    drop({Kind::Preset, 3, 2}, {Kind::Preset, 5, 4}, false);
+    drag({3, 4}, {5, 6});
     EXPECT_TRUE(unit.memory().presets[5][4] == before.presets[3][2]);
     EXPECT_TRUE(unit.memory().presets[3][2] == before.presets[5][4]);
-    drop({Kind::Preset, 3, 2}, {Kind::Preset, 6, 0}, true);
+    drag({3, 4}, {6, 2}, Qt::ControlModifier);
     EXPECT_TRUE(unit.memory().presets[6][0] == unit.memory().presets[3][2]);
-    emit table().banksDropped({10, 12}, 14);
-    ASSERT_TRUE(settles());
+    select({{10, 0}, {12, 0}});
+    drag({12, 0}, {14, 3});
     EXPECT_TRUE(unit.memory().banks[13] == before.banks[10] && unit.memory().banks[14] == before.banks[12]);
     press(Qt::Key_Up, Qt::AltModifier);  // the banks that were moved are selected
     press(Qt::Key_Up, Qt::AltModifier);

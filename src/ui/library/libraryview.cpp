@@ -152,7 +152,7 @@ void LibraryView::startDrag(Qt::DropActions actions)
 
 void LibraryView::dragEnterEvent(QDragEnterEvent *event)
 {
-    if (event->source() == this) QTableView::dragEnterEvent(event);
+    if (isDragging()) QTableView::dragEnterEvent(event);
 }
 
 void LibraryView::dropEvent(QDropEvent *event)
@@ -161,7 +161,7 @@ void LibraryView::dropEvent(QDropEvent *event)
     stopAutoScroll();
     setState(NoState);
     viewport()->update();
-    if ((dragged.empty() && draggedBanks.empty()) || !target.isValid()) return event->ignore();
+    if (!isDragging() || !target.isValid()) return event->ignore();
     event->accept();
     if (!draggedBanks.empty())
         emit banksDropped(draggedBanks, bankOf(target));

@@ -42,6 +42,8 @@ protected:
 
 private:
     RecordId recordOf(const QModelIndex &index) const;
+    /// What is dragged comes from here; a drag that comes from elsewhere is not taken.
+    bool isDragging() const { return !dragged.empty() || !draggedBanks.empty(); }
 
     std::set<RecordId> dragged;  ///< presets, while they are dragged
     std::set<int> draggedBanks;
