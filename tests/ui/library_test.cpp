@@ -320,13 +320,12 @@ TEST_F(Library, ChangesAllSelectedPresetsByOneDialog)
     const auto left = [](const char *presets) {
         return QString("\n%1 presets stay as they are: their function does not allow it.").arg(presets);
     };
-    using Presets = std::array<PresetData, presetCount>;
     struct Case
     {
         const char *kind;
         std::vector<std::pair<const char *, const char *>> choices;
         QString count;
-        std::function<bool(const Presets &presets)> isMade;
+        std::function<bool(const std::array<PresetData, presetCount> &presets)> isMade;
     };
     const PresetExpressionPedal pedal(4, 7, ExpressionPedalCharacteristic::Linear, 5, 127);
     const Case cases[] = {
