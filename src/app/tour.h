@@ -42,6 +42,7 @@ private:
     void arrangePresets(LibraryView &table);
     /// Selects a cell and takes an entry of the library's menu.
     void chooseInLibrary(LibraryView &table, int bank, int column, const char *entry);
+    void changeInSelection(LibraryView &table);
     /// Undoes the last step.
     void takeBack();
     void saveSheets();

@@ -2,12 +2,14 @@
 #include "app/tour.h"
 #include "model/devicemoves.h"
 #include "model/differences.h"
+#include "model/functionrules.h"
 #include "ui/library/librarymodel.h"
 #include "ui/library/libraryview.h"
 #include "ui/shell/mainwindow.h"
 
 #include <QAction>
 #include <QApplication>
+#include <QComboBox>
 #include <QContextMenuEvent>
 #include <QFile>
 #include <QLineEdit>
@@ -56,6 +58,7 @@ void Tour::libraryPage()
     key(search, Qt::Key_Backspace);
     check(QStringLiteral("all banks are shown again"), [&] { return table.model()->rowCount() == bankCount; });
     arrangePresets(table);
+    changeInSelection(table);
     saveSheets();
 }
 
@@ -85,6 +88,31 @@ void Tour::chooseInLibrary(LibraryView &table, int bank, int column, const char 
     const QList<QAction *> actions = table.actions();
     (*std::ranges::find(actions, QLatin1String(entry), &QAction::text))->trigger();
     awaitAnswers();
+}
+
+void Tour::changeInSelection(LibraryView &table)
+{
+    const UnitContent before = unit.memory();
+    UnitContent expected = before;
+    for (const std::size_t bank : {20U, 21U})
+        for (PresetData &preset : expected.presets[bank])
+            if (allows(allowedStates<LoopType>, preset.footswitchFunction, toIndex(LoopType::On)))
+                preset.loops[5] = LoopType::On;
+    const auto holds = [&](const UnitContent &content) {
+        return [&](const UnitMemory &memory) { return differences(memory, content, allRecords()).empty(); };
+    };
+    table.selectBanks(20, 2);
+    withDialog([&] { trigger("CHANGE IN SELECTION..."); },
+               [&](QWidget &dialog) {
+                   chooseFrom(find<QComboBox>(dialog, "comboBox_change"), QStringLiteral("BUFFER OR LOOP"));
+                   chooseFrom(find<QComboBox>(dialog, "comboBox_loop"), QStringLiteral("LOOP 6"));
+                   chooseFrom(find<QComboBox>(dialog, "comboBox_loopState"), QStringLiteral("ON"));
+                   picture(QStringLiteral("change-in-selection"), &dialog);
+                   clickOn(find<QPushButton>(dialog, "pushButton_ok"));
+               });
+    checkUnit(QStringLiteral("loop 6 is ON in all presets of two banks whose function allows it"), holds(expected));
+    takeBack();
+    checkUnit(QStringLiteral("undo takes it back"), holds(before));
 }
 
 void Tour::takeBack()

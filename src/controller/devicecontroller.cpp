@@ -5,6 +5,7 @@
 #include "device/answerlength.h"
 #include "device/kora.h"
 #include "link/connection.h"
+#include "model/values.h"
 #include "protocol/failure.h"
 
 #include <QFile>
@@ -14,14 +15,6 @@
 #include <algorithm>
 
 namespace {
-
-/// A typed name as it is sent and stored: UTF-8, without the control bytes that would break a frame.
-std::string nameText(const QString &name)
-{
-    std::string text = name.toStdString();
-    std::erase_if(text, [](char c) { return (c >= '\0' && c < ' ') || c == '\x7F'; });
-    return text;
-}
 
 template <typename Record>
 void store(Snapshot<Record> &slot, Record record)

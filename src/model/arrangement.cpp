@@ -91,16 +91,6 @@ void makeEmpty(UnitContent &content, const std::set<RecordId> &records)
         assign(content, id, empty, id);
 }
 
-/// "BANK 3", "3 BANKS", "BANK 3, PRESET 4", "12 PRESETS"
-QString wordsFor(const std::set<RecordId> &selection)
-{
-    const auto [banks, hasWhole] = banksOf(selection);
-    if (hasWhole)
-        return banks.size() == 1 ? places::bank(*banks.begin()) : QStringLiteral("%1 BANKS").arg(banks.size());
-    return selection.size() == 1 ? places::record(*selection.begin())
-                                 : QStringLiteral("%1 PRESETS").arg(selection.size());
-}
-
 /// "TO BANK 7": where the first of a selection goes.
 QString wordsFor(const std::set<RecordId> &selection, const RecordId &target)
 {
@@ -158,9 +148,18 @@ std::set<RecordId> recordsOf(const Placement &placement, bool withSources)
 
 }  // namespace
 
+QString arrange::nameOf(const std::set<RecordId> &selection)
+{
+    const auto [banks, hasWhole] = banksOf(selection);
+    if (hasWhole)
+        return banks.size() == 1 ? places::bank(*banks.begin()) : QStringLiteral("%1 BANKS").arg(banks.size());
+    return selection.size() == 1 ? places::record(*selection.begin())
+                                 : QStringLiteral("%1 PRESETS").arg(selection.size());
+}
+
 Arrangement arrange::clear(const std::set<RecordId> &selection)
 {
-    return {QStringLiteral("CLEAR %1").arg(wordsFor(selection)), selection,
+    return {QStringLiteral("CLEAR %1").arg(nameOf(selection)), selection,
             [selection](UnitContent &content) { makeEmpty(content, selection); }};
 }
 
@@ -170,7 +169,7 @@ Arrangement arrange::paste(const UnitPart &copied, const RecordId &target, const
     std::set<RecordId> records = recordsOf(placement, false);
     records.insert(cut.begin(), cut.end());
     const QString words = cut.empty() ? QStringLiteral("PASTE %1 TO %2") : QStringLiteral("MOVE %1 TO %2");
-    return {words.arg(wordsFor(copied.records), wordsFor(copied.records, target)), std::move(records),
+    return {words.arg(nameOf(copied.records), wordsFor(copied.records, target)), std::move(records),
             [placement, cut, source = copied.content](UnitContent &content) {
                 makeEmpty(content, cut);
                 for (const auto &[from, to] : placement.records)
@@ -186,7 +185,7 @@ int arrange::leftOut(const std::set<RecordId> &copied, const RecordId &target)
 Arrangement arrange::swap(const std::set<RecordId> &selection, const RecordId &target)
 {
     const Placement placement = placed(selection, target);
-    return {QStringLiteral("SWAP %1 WITH %2").arg(wordsFor(selection), wordsFor(selection, target)),
+    return {QStringLiteral("SWAP %1 WITH %2").arg(nameOf(selection), wordsFor(selection, target)),
             recordsOf(placement, true), [placement](UnitContent &content) {
                 for (const auto &[from, to] : placement.records)
                     visitPair(content, from, content, to, [](auto &record, auto &other) { std::swap(record, other); });
@@ -205,7 +204,7 @@ bool arrange::canSwap(const std::set<RecordId> &selection, const RecordId &targe
 Arrangement arrange::copy(const std::set<RecordId> &selection, const RecordId &target)
 {
     const Placement placement = placed(selection, target);
-    return {QStringLiteral("COPY %1 TO %2").arg(wordsFor(selection), wordsFor(selection, target)),
+    return {QStringLiteral("COPY %1 TO %2").arg(nameOf(selection), wordsFor(selection, target)),
             recordsOf(placement, true), [placement](UnitContent &content) {
                 const UnitContent before = content;
                 for (const auto &[from, to] : placement.records)

@@ -21,6 +21,9 @@ struct Arrangement
 // whole bank. Numbers out of range throw `std::out_of_range`.
 namespace arrange {
 
+/// A selection for people: "BANK 3", "3 BANKS", "BANK 3, PRESET 4", "12 PRESETS".
+QString nameOf(const std::set<RecordId> &selection);
+
 /// Presets and banks become empty.
 Arrangement clear(const std::set<RecordId> &selection);
 /// What was copied, pasted from a bank or preset on: whole banks one after the other, presets in reading order. What

@@ -67,6 +67,12 @@ Messages messagesOf(const std::vector<ControlChangeData> &list)
     return messages;
 }
 
+std::uint8_t valueIn(const Messages &messages, const Messages::key_type &controller)
+{
+    const auto found = messages.find(controller);
+    return found == messages.end() ? inactiveValue : found->second;
+}
+
 void setMessage(std::vector<ControlChangeData> &list, const ControlChangeData &change)
 {
     list.push_back(change);

@@ -14,6 +14,8 @@ using Messages = std::map<std::pair<std::uint8_t, std::uint8_t>, std::uint8_t>;
 /// What a list sends. Records that send nothing or name no device count for nothing; of several for a controller the
 /// last counts.
 Messages messagesOf(const std::vector<ControlChangeData> &list);
+/// What is sent to a controller; `inactiveValue` if it is nothing.
+std::uint8_t valueIn(const Messages &messages, const Messages::key_type &controller);
 /// Makes a list send this value, or nothing to the controller if it is `inactiveValue`. The other records that send
 /// something keep their order, the rest goes. The list may grow beyond 20.
 void setMessage(std::vector<ControlChangeData> &list, const ControlChangeData &change);

@@ -4,15 +4,6 @@
 
 #include <algorithm>
 
-namespace {
-
-QString counted(std::size_t count, const char *one, const char *many)
-{
-    return QStringLiteral("%1 %2").arg(count).arg(QLatin1String(count == 1 ? one : many));
-}
-
-}  // namespace
-
 std::vector<Difference> differences(const UnitContent &from, const UnitContent &to, const std::set<RecordId> &records)
 {
     std::vector<Difference> found;
@@ -74,8 +65,8 @@ QString partsOf(const std::vector<Difference> &differences)
         }
         if (!part.isEmpty() && !parts.contains(part)) parts << part;
     }
-    if (!midiDevices.empty()) parts.prepend(counted(midiDevices.size(), "MIDI device", "MIDI devices"));
-    if (!banks.empty()) parts.prepend(counted(banks.size(), "bank", "banks"));
+    if (!midiDevices.empty()) parts.prepend(places::counted(midiDevices.size(), "MIDI device", "MIDI devices"));
+    if (!banks.empty()) parts.prepend(places::counted(banks.size(), "bank", "banks"));
     return parts.join(QStringLiteral(", "));
 }
 
@@ -86,7 +77,7 @@ QString summaryOf(const std::vector<Difference> &differences)
     std::vector<Difference> written = differences;
     std::erase_if(written, [](const Difference &difference) { return !difference.writable; });
     if (written.empty()) return QStringLiteral("No value differs");
-    return counted(written.size(), "value differs in ", "values differ in ") + partsOf(written);
+    return places::counted(written.size(), "value differs in ", "values differ in ") + partsOf(written);
 }
 
 QString changeWords(const std::vector<Difference> &differences)
@@ -95,6 +86,6 @@ QString changeWords(const std::vector<Difference> &differences)
     if (differences.size() == 1) return QStringLiteral("%1  %2 -> %3").arg(first.place, first.from, first.to);
     const bool inOneRecord = std::ranges::all_of(
         differences, [&](const Difference &difference) { return difference.record == first.record; });
-    return counted(differences.size(), "value in ", "values in ") +
+    return places::counted(differences.size(), "value in ", "values in ") +
            (inOneRecord ? places::record(first.record) : partsOf(differences));
 }

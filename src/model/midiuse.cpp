@@ -1,5 +1,7 @@
 #include "model/midiuse.h"
 
+#include "model/functionrules.h"
+
 #include <algorithm>
 
 bool sendsTo(const PresetData &preset, const MidiTarget &target)
@@ -27,4 +29,20 @@ std::set<RecordId> usesOf(const UnitPart &part, const MidiTarget &target)
                 target))
             presets.insert(id);
     return presets;
+}
+
+std::vector<std::uint8_t> definedControllers(const MidiDevice &device)
+{
+    std::vector<std::uint8_t> positions;
+    for (std::uint8_t position = 1; const Controller &controller : device.controllers) {
+        if (controller.number != none) positions.push_back(position);
+        ++position;
+    }
+    return positions;
+}
+
+bool drivesController(const PresetExpressionPedal &pedal)
+{
+    return !rowOf<&PresetExpressionPedal::midiDeviceNumber>().range.isNone(pedal.midiDeviceNumber) &&
+           !rowOf<&PresetExpressionPedal::controllerNumber>().range.isNone(pedal.controllerNumber);
 }

@@ -2,12 +2,6 @@
 
 #include "model/unitcontent.h"
 
-/// Whether a preset of this function sends MIDI messages at all.
-inline bool sendsMidi(FootswitchType function)
-{
-    return function == FootswitchType::Preset || function == FootswitchType::MidiModifier;
-}
-
 /// A MIDI device, or one of its controllers.
 struct MidiTarget
 {
@@ -19,3 +13,7 @@ struct MidiTarget
 bool sendsTo(const PresetData &preset, const MidiTarget &target);
 /// The known presets that do.
 std::set<RecordId> usesOf(const UnitPart &part, const MidiTarget &target);
+/// The places in a device's list, from 1, of the controllers that have a number.
+std::vector<std::uint8_t> definedControllers(const MidiDevice &device);
+/// Whether a preset's expression pedal drives a controller of a device.
+bool drivesController(const PresetExpressionPedal &pedal);

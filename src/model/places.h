@@ -20,6 +20,12 @@ inline QString midiMessages(int bankIndex, int presetIndex, int device)
     return QStringLiteral("%1: MIDI %2").arg(preset(bankIndex, presetIndex)).arg(device);
 }
 
+/// "1 bank", "12 banks"
+inline QString counted(std::size_t count, const char *one, const char *many)
+{
+    return QStringLiteral("%1 %2").arg(count).arg(QLatin1String(count == 1 ? one : many));
+}
+
 /// "SETTINGS", "MIDI DEVICE 2", "BANK 3", "BANK 3, PRESET 4"
 QString record(const RecordId &id);
 /// "SETTINGS: KEYBOARD TYPE", "MIDI DEVICE 2, CONTROLLER 5: NAME", "BANK 3, PRESET 4: MIDI 1 CONTROLLER 3", "SWITCH OUT

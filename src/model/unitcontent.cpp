@@ -29,14 +29,21 @@ std::set<RecordId> recordsOfBanks(const std::set<int> &banks)
     return records;
 }
 
+std::set<RecordId> allMidiDevices()
+{
+    std::set<RecordId> records;
+    for (int number = 1; number <= midiDeviceCount; ++number)
+        records.insert({RecordId::Kind::MidiDevice, number});
+    return records;
+}
+
 const std::set<RecordId> &allRecords()
 {
     static const std::set<RecordId> all = [] {
         using Kind = RecordId::Kind;
         std::set<RecordId> records{
             {Kind::DeviceInfo}, {Kind::Settings}, {Kind::MidiIn}, {Kind::ExpressionPedal}, {Kind::SwitchOuts}};
-        for (int number = 1; number <= midiDeviceCount; ++number)
-            records.insert({Kind::MidiDevice, number, 0});
+        records.merge(allMidiDevices());
         for (int bank = 0; bank < bankCount; ++bank)
             records.merge(recordsOfBank(bank));
         return records;

@@ -77,6 +77,7 @@ void visitRecords(Content &content, const UnitContent &other, const RecordId &id
 /// A bank and its ten presets.
 std::set<RecordId> recordsOfBank(int bank);
 std::set<RecordId> recordsOfBanks(const std::set<int> &banks);
+std::set<RecordId> allMidiDevices();
 /// All 1,115 records of a unit, its identity among them.
 const std::set<RecordId> &allRecords();
 

@@ -203,6 +203,14 @@ ComboBox *makeComboBox(QWidget *parent, const QStringList &items, const QString 
     return box;
 }
 
+ComboBox *makeFunctionBox(QWidget *parent)
+{
+    ComboBox *const box = makeComboBox(parent, labels<FootswitchType>(), functionColor(FootswitchType::Preset));
+    for (int index = 0; index < box->count(); ++index)
+        box->setItemData(index, QBrush(QColor(functionColor(fromIndex<FootswitchType>(index)))), Qt::BackgroundRole);
+    return box;
+}
+
 QStringList numberTexts(int first, int last)
 {
     QStringList texts;

@@ -68,6 +68,8 @@ void dressEdit(QLineEdit *edit);
 /// A box with these items that shows the first. The open list has rows of comfortable height and cuts long texts at
 /// their end.
 ComboBox *makeComboBox(QWidget *parent, const QStringList &items, const QString &background = cellColor);
+/// A box with the footswitch functions in their colours; the closed box does not follow a choice by itself.
+ComboBox *makeFunctionBox(QWidget *parent);
 /// "0" to the largest, as texts.
 QStringList numberTexts(int first, int last);
 /// The drawing of that name. It is read once, however many widgets wear it.

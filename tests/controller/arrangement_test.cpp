@@ -1,6 +1,7 @@
 #include "controller/history.h"
 #include "controller/requestqueue.h"
 #include "link/connection.h"
+#include "model/presetchange.h"
 #include "simulator/unitport.h"
 #include "support/randomcontent.h"
 
@@ -101,6 +102,8 @@ protected:
     }
     /// One arrangement, and the same on the plain arrays.
     Arrangement choose(Plain &then);
+    /// A change of presets, often of a message that this one sends.
+    PresetChange anyChange(const PresetData &preset);
 
     /// A bank near the others that have content.
     int bank() { return std::array{0, 95, 96, 97, 98, 99}.at(static_cast<std::size_t>(random.number(0, 5))); }
@@ -175,6 +178,103 @@ Arrangement Arranger::choose(Plain &then)
     }
 }
 
+PresetChange Arranger::anyChange(const PresetData &preset)
+{
+    const auto any = [this](int low, int high) { return static_cast<std::uint8_t>(random.number(low, high)); };
+    const auto maybe = [this](auto value) { return random.number(0, 1) == 0 ? std::nullopt : std::optional(value); };
+    const std::uint8_t device = any(1, 10), position = any(1, 20);
+    switch (random.number(0, 9)) {
+    case 0:
+        return FunctionChange{FootswitchType(any(0, 3))};
+    case 1:
+        return LoopChange{any(0, 6), LoopType(any(1, 4))};
+    case 2:
+        return SwitchChange{any(1, 6), SwitchType(any(1, 4))};
+    case 3:
+        return ProgramChange{device, any(0, 3) == 0 ? none : any(1, 128)};
+    case 4: {
+        PedalChange change{
+            {}, {}, maybe(ExpressionPedalCharacteristic::FastSlow), maybe(any(0, 127)), maybe(any(0, 127))};
+        if (const int which = any(0, 2); which > 0) change.controller = which == 1 ? none : position;
+        if (change.controller == position) change.device = device;
+        return change;
+    }
+    case 5:
+        return NameChange{std::array{"CLEAN", "ü", "1", "nowhere"}.at(any(0, 3)),
+                          std::array{"", "Süß", "11"}.at(any(0, 2))};
+    default: {  // most often
+        const std::uint8_t value = any(0, 2) == 0 ? any(toggleValue, inactiveValue) : any(0, 127);
+        if (preset.controlChanges.empty() || any(0, 1) == 0)
+            return ControlChange{device, position, value, std::nullopt};
+        const ControlChangeData &sent = preset.controlChanges.back();
+        return ControlChange{sent.midiDeviceNumber, sent.controllerNumber, value, maybe(sent.value)};
+    }
+    }
+}
+
+/// The same change once more, by plain words.
+void changePlainly(PresetData &preset, const PresetChange &change, arrange::ChangeCount &count)
+{
+    const char function = "PSLM"[static_cast<int>(preset.footswitchFunction)];
+    const bool sends = function == 'P' || function == 'M';
+    const auto set = [&](auto &value, auto wanted, bool isAllowed, int values = 1) {
+        if (value == wanted) return;
+        ++(isAllowed ? count.presets : count.notAllowed);
+        if (!isAllowed) return;
+        value = wanted;
+        count.values += values;
+    };
+    const auto isState = [&](auto state, char modifier) {
+        return function == modifier || (function == 'P' && static_cast<int>(state) <= 2);
+    };
+    if (const auto *const kind = std::get_if<FunctionChange>(&change)) {
+        set(preset.footswitchFunction, kind->function, true);
+    } else if (const auto *const loop = std::get_if<LoopChange>(&change)) {
+        set(loop->loop == 0 ? preset.bufferLoop : preset.loops[loop->loop - 1], loop->state, isState(loop->state, 'L'));
+    } else if (const auto *const output = std::get_if<SwitchChange>(&change)) {
+        set(preset.switches[output->number - 1], output->state, isState(output->state, 'S'));
+    } else if (const auto *const program = std::get_if<ProgramChange>(&change)) {
+        set(preset.programChanges[program->device - 1], program->program, sends);
+    } else if (const auto *const control = std::get_if<ControlChange>(&change)) {
+        Messages messages = messagesOf(preset.controlChanges), wanted = messages;
+        const auto place = std::pair(control->device, control->controller);
+        const int held = messages.contains(place) ? messages[place] : inactiveValue;
+        if (control->where && *control->where != held) return;
+        wanted.erase(place);
+        if (control->value != inactiveValue) wanted[place] = control->value;
+        if (sends && wanted.size() > 20) return void(++count.noRoom);
+        set(messages, wanted, sends);
+        preset.controlChanges.clear();
+        for (const auto &[name, value] : messages)
+            preset.controlChanges.emplace_back(name.first, name.second, value);
+    } else if (const auto *const asked = std::get_if<PedalChange>(&change)) {
+        PresetExpressionPedal wanted = preset.expressionPedal, &held = preset.expressionPedal;
+        const auto drives = [](const auto &pedal) {
+            return pedal.midiDeviceNumber <= 10 && pedal.controllerNumber - 1U < 20;
+        };
+        const bool drove = drives(held);
+        if (asked->device) wanted.midiDeviceNumber = *asked->device;
+        if (asked->controller && (drove || *asked->controller != none)) wanted.controllerNumber = *asked->controller;
+        if (drives(wanted)) {
+            if (!drove)
+                wanted.characteristic = ExpressionPedalCharacteristic::Linear, wanted.toeUp = 0, wanted.toeDown = 127;
+            if (asked->characteristic) wanted.characteristic = *asked->characteristic;
+            if (asked->toeUp) wanted.toeUp = *asked->toeUp;
+            if (asked->toeDown) wanted.toeDown = *asked->toeDown;
+        }
+        set(held, wanted, sends,
+            (held.midiDeviceNumber != wanted.midiDeviceNumber) + (held.controllerNumber != wanted.controllerNumber) +
+                (held.characteristic != wanted.characteristic) + (held.toeUp != wanted.toeUp) +
+                (held.toeDown != wanted.toeDown));
+    } else if (const auto *const names = std::get_if<NameChange>(&change)) {
+        std::string wanted = preset.name;
+        for (auto at = wanted.find(names->text); at != std::string::npos;
+             at = wanted.find(names->text, at + names->replacement.size()))
+            wanted.replace(at, names->text.size(), names->replacement);
+        set(preset.name, wanted, true);
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(Lists, Arranger, testing::Values(MidiLists::Replace, MidiLists::Merge));
 
 }  // namespace
@@ -200,6 +300,38 @@ TEST_P(Arranger, MakesWhatThePlainArraysSayAndTakesAllOfItBack)
         ASSERT_TRUE(left.empty()) << arrangement.words.toStdString() << ": " << left.front().place.toStdString();
         ASSERT_TRUE(history.position() == steps || history.steps().back().words == arrangement.words);
     }
+    goBack(0);
+    EXPECT_TRUE(unit.memory() == start);
+}
+
+TEST_P(Arranger, ChangesASelectionAsAPlainLoopDoesAndTakesAllOfItBack)
+{
+    unit.alter([](UnitMemory &memory) {
+        for (const std::size_t bank : {97U, 98U, 99U})
+            for (PresetData &preset : memory.presets[bank])  // there is no room
+                for (std::uint8_t position = 1; preset.controlChanges.size() < 20; ++position)
+                    setMessage(preset.controlChanges, {2, position, 64});
+    });
+    plain = Plain(unit.memory());
+    const UnitMemory start = unit.memory();
+    arrange::ChangeCount all;
+    for (int count = 0; count < 100; ++count) {
+        std::set<RecordId> selection = recordsOfBank(bank());  // and some more presets
+        for (int more = 0; more < 3; ++more)
+            selection.insert({Kind::Preset, bank(), random.number(0, 9)});
+        const PresetChange change =
+            anyChange(plain.preset(selection.rbegin()->number * 10 + selection.rbegin()->preset));
+        arrange::ChangeCount wanted;
+        for (const RecordId &id : selection)
+            if (id.kind == Kind::Preset) changePlainly(plain.preset(id.number * 10 + id.preset), change, wanted);
+        EXPECT_EQ(arrange::countOf(change, selection, {unit.memory(), allRecords()}), wanted);
+        const Arrangement arrangement = arrange::change(selection, change);
+        ASSERT_TRUE(make(arrangement));
+        ASSERT_EQ(wrong().size(), 0U) << arrangement.words.toStdString();
+        all = {all.presets + wanted.presets, all.values, all.notAllowed + wanted.notAllowed,
+               all.noRoom + wanted.noRoom};
+    }
+    EXPECT_TRUE(all.presets > 200 && all.notAllowed > 100 && all.noRoom > 0) << all.presets << ' ' << all.notAllowed;
     goBack(0);
     EXPECT_TRUE(unit.memory() == start);
 }

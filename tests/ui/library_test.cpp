@@ -68,6 +68,7 @@ protected:
         memory.banks[41].name = "R\u00caVERIE";
         memory.presets[7][2].name = "Straße";
         memory.midiDevices[3].name = "ECHO";
+        memory.midiDevices[3].controllers[6] = {"ROOM", 20};
         memory.presets[50][1].programChanges[3] = 5;
         memory.presets[51][2].controlChanges = {{4, 1, 64}};
         memory.presets[52][3].expressionPedal = {4, 1, ExpressionPedalCharacteristic::Linear, 0, 127};
@@ -326,11 +327,90 @@ TEST_F(Library, StopsAtARecordThatTheUnitRefusesAndReadsOn)
     QStringList texts, greyed;
     for (const QAction *const action : table().actions())
         (action->isEnabled() ? texts : greyed) << action->text();
-    EXPECT_EQ(texts.join('|'),
-              "OPEN|RENAME|CLEAR|INSERT EMPTY BANK|REMOVE BANK|MOVE UP|MOVE DOWN|IMPORT...|SAVE SHEETS...");
+    EXPECT_EQ(texts.join('|'), "OPEN|RENAME|CLEAR|CHANGE IN SELECTION...|INSERT EMPTY BANK|REMOVE BANK|MOVE UP|MOVE "
+                               "DOWN|IMPORT...|SAVE SHEETS...");
     EXPECT_EQ(greyed.join('|'), "CUT|COPY|PASTE|SWAP|EXPORT...");  // not known, and nothing was copied
     click("pushButton_stopReading");
     ASSERT_TRUE(settles());
     EXPECT_EQ(text(99, 1), "BANK 99");
     EXPECT_TRUE(at(4, 1).data(LibraryModel::KnownRole).toBool());
+}
+
+TEST_F(Library, ChangesAllSelectedPresetsByOneDialog)
+{
+    unit.alter([](UnitMemory &memory) {  // P, S, L, M, P, S, ...
+        for (std::size_t preset = 0; preset < presetCount; ++preset) {
+            memory.presets[60][preset] = {};
+            memory.presets[60][preset].name = "PAPA";
+            memory.presets[60][preset].footswitchFunction = fromIndex<FootswitchType>(static_cast<int>(preset) % 4);
+        }
+        memory.presets[60][4].controlChanges = {{4, 7, 64}};
+    });
+    const UnitMemory before = unit.memory();
+    unit.setDelay(std::chrono::milliseconds(1));
+    click("pushButton_libraryTab");
+    click("pushButton_stopReading");  // what is not known is read for the dialog
+    ASSERT_TRUE(settles());
+    unit.setDelay({});
+    const auto left = [](const char *presets) {
+        return QString("\n%1 presets stay as they are: their function does not allow it.").arg(presets);
+    };
+    struct Case
+    {
+        const char *kind;
+        std::vector<std::pair<const char *, const char *>> choices;
+        QString count;
+        std::function<bool(const std::array<PresetData, presetCount> &presets)> isMade;
+    };
+    const PresetExpressionPedal pedal(4, 7, ExpressionPedalCharacteristic::Linear, 5, 127);
+    const Case cases[] = {
+        {"FOOTSWITCH FUNCTION",
+         {{"function", "M - MIDI MODIFIER"}},
+         "8 presets change, 8 values.",
+         [](auto &presets) { return presets[9].footswitchFunction == FootswitchType::MidiModifier; }},
+        {"BUFFER OR LOOP",
+         {{"loop", "LOOP 2"}, {"loopState", "TOGGLE"}},
+         "2 presets change, 2 values." + left("8"),
+         [](auto &presets) { return presets[2].loops[1] == LoopType::Toggle && presets[0].loops[1] == LoopType::Off; }},
+        {"SWITCH",
+         {{"switch", "SWITCH 6"}, {"switchState", "ON"}},
+         "6 presets change, 6 values." + left("4"),
+         [](auto &presets) { return presets[0].switches[5] == SwitchType::On; }},
+        {"PROGRAM CHANGE",
+         {{"programDevice", "MIDI 4 : ECHO"}, {"program", "12"}},
+         "5 presets change, 5 values." + left("5"),
+         [](auto &presets) { return presets[3].programChanges[3] == 12; }},
+        {"CONTROL CHANGE",
+         {{"controlDevice", "MIDI 4 : ECHO"}, {"control", "ROOM"}, {"controlWhere", "64"}, {"controlValue", "80"}},
+         "1 preset changes, 1 value.",
+         [](auto &presets) { return presets[4].controlChanges == std::vector{ControlChangeData(4, 7, 80)}; }},
+        {"EXPRESSION PEDAL",
+         {{"pedalDevice", "MIDI 4 : ECHO"}, {"pedalController", "ROOM"}, {"toeUpValue", "5"}},
+         "5 presets change, 20 values." + left("5"),
+         [=](auto &presets) { return presets[8].expressionPedal == pedal; }},
+        {"NAME",
+         {{"text", "PA"}, {"replacement", "MA"}},
+         "10 presets change, 10 values.",
+         [](auto &presets) { return presets[9].name == "MAMA"; }},
+    };
+    for (const Case &each : cases) {
+        onDialog([&](QWidget &dialog) {
+            const auto box = [&](const QString &role) { return dialog.findChild<QComboBox *>("comboBox_" + role); };
+            auto &ok = *dialog.findChild<QPushButton *>("pushButton_ok");
+            choose(*box("change"), each.kind);
+            EXPECT_FALSE(ok.isEnabled());
+            for (const auto &[role, item] : each.choices)
+                if (box(role))
+                    choose(*box(role), item);
+                else
+                    dialog.findChild<QLineEdit *>(QString("lineEdit_") + role)->setText(item);
+            EXPECT_EQ(dialog.findChild<QLabel *>("label_count")->text(), each.count);
+            ok.click();
+        });
+        select({{60, 0}});
+        trigger("CHANGE IN SELECTION...");
+        EXPECT_TRUE(each.isMade(unit.memory().presets[60])) << each.kind;
+        press(Qt::Key_Z, Qt::ControlModifier);
+        EXPECT_TRUE(unit.memory() == before) << each.kind;
+    }
 }

@@ -1,5 +1,6 @@
 #include "ui/dialogs/midieditorwindow.h"
 
+#include "model/midiuse.h"
 #include "ui/combobox.h"
 #include "ui/controlvalue.h"
 #include "ui/namebutton.h"
@@ -29,12 +30,9 @@ MidiEditorWindow::MidiEditorWindow(const PresetData &preset, const MidiDevice &d
     const QString color = look::functionColor(preset.footswitchFunction);
 
     QStringList names;
-    for (std::uint8_t position = 1; const Controller &controller : definition.controllers) {
-        if (controller.number != none) {
-            positions << position;
-            names << QString::fromStdString(controller.name);
-        }
-        ++position;
+    for (const std::uint8_t position : definedControllers(definition)) {
+        positions << position;
+        names << QString::fromStdString(definition.controllers.at(position - 1U).name);
     }
 
     auto *columns = new QHBoxLayout;
@@ -58,9 +56,7 @@ MidiEditorWindow::MidiEditorWindow(const PresetData &preset, const MidiDevice &d
     showPedal(preset.expressionPedal);
     for (const ComboBox *const box : findChildren<ComboBox *>())
         shown[box] = box->currentIndex();
-    const PresetExpressionPedal &pedal = preset.expressionPedal;
-    if (rowOf<&PresetExpressionPedal::midiDeviceNumber>().range.isNone(pedal.midiDeviceNumber) ||
-        rowOf<&PresetExpressionPedal::controllerNumber>().range.isNone(pedal.controllerNumber))
+    if (!drivesController(preset.expressionPedal))
         connect(pedalControllers, qOverload<int>(&QComboBox::currentIndexChanged), this,
                 &MidiEditorWindow::proposePedal);
 }

@@ -54,6 +54,7 @@ void LibraryActions::makeActions()
     paste = add("PASTE", [this] { arranging.paste(target()); }, {"Ctrl+V"});
     swap = add("SWAP", [this] { arranging.swap(target()); });
     clear = add("CLEAR", [this] { arranging.clear(view.selection()); }, {"Del"});
+    change = add("CHANGE IN SELECTION...", [this] { emit changeAsked(view.selection()); });
     menu->addSeparator();
     insertBank = add("INSERT EMPTY BANK", [this] { arranging.insertEmptyBank(*view.selectedBanks().begin()); });
     removeBank = add("REMOVE BANK", [this] { arranging.removeBanks(view.selectedBanks()); });
@@ -81,6 +82,7 @@ void LibraryActions::update()
     paste->setEnabled(mayChange && canPaste);
     swap->setEnabled(mayChange && canPaste && arranging.canSwap(target()));
     clear->setEnabled(mayChange);
+    change->setEnabled(mayChange);
     insertBank->setEnabled(mayChange);
     removeBank->setEnabled(mayChange);
     moveUp->setEnabled(mayChange && *banks.begin() > 0);

@@ -30,6 +30,8 @@ signals:
     void openAsked(int bank);
     /// Sheets of these banks are to be saved.
     void sheetsAsked(const std::set<int> &banks);
+    /// One change is to be made to all presets of a selection.
+    void changeAsked(const std::set<RecordId> &selection);
 
 private:
     QAction *add(const char *text, const std::function<void()> &act,
@@ -50,6 +52,6 @@ private:
     std::function<bool()> canChange;
     QMenu *menu;
     bool canPaste = false;
-    QAction *open, *renaming, *cut, *copy, *paste, *swap, *clear;
+    QAction *open, *renaming, *cut, *copy, *paste, *swap, *clear, *change;
     QAction *insertBank, *removeBank, *moveUp, *moveDown, *exportBanks, *importBanks, *saveSheets;
 };

@@ -1,7 +1,7 @@
 #include "ui/library/librarymodel.h"
 
 #include "model/controlchanges.h"
-#include "model/midiuse.h"
+#include "model/functionrules.h"
 #include "model/places.h"
 #include "ui/library/foldedtext.h"
 #include "ui/look.h"

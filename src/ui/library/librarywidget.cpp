@@ -39,6 +39,7 @@ LibraryWidget::LibraryWidget(Arranging &arranging, std::function<bool()> mayChan
     view->setModel(&filter);
     actions = new LibraryActions(*view, arranging, std::move(mayChange));
     connect(actions, &LibraryActions::sheetsAsked, this, &LibraryWidget::sheetsAsked);
+    connect(actions, &LibraryActions::changeAsked, this, &LibraryWidget::changeAsked);
     connect(actions, &LibraryActions::openAsked, this, &LibraryWidget::bankOpened);
     connect(&model, &LibraryModel::changeBankNameSignal, this, &LibraryWidget::changeBankNameSignal);
     connect(&model, &LibraryModel::changePresetNameSignal, this, &LibraryWidget::changePresetNameSignal);

@@ -63,6 +63,8 @@ signals:
     /// The user wants to edit a bank.
     void bankOpened(int bank);
     void sheetsAsked(const std::set<int> &banks);
+    /// One change is to be made to all presets of a selection.
+    void changeAsked(const std::set<RecordId> &selection);
     void changeBankNameSignal(const QString &name, int bank);
     void changePresetNameSignal(const QString &name, int bank, int preset);
 

@@ -128,13 +128,7 @@ void DeviceArranging::take(int device)
 
 void DeviceArranging::offer(const Offer &offer)
 {
-    if (!data) return;
-    const std::set<RecordId> &wanted = allRecords();
-    std::set<RecordId> unknown;
-    const std::set<RecordId> known = knownPart(*data, wanted).records;
-    std::ranges::set_difference(wanted, known, std::inserter(unknown, unknown.end()));
-    if (unknown.empty()) return ask(offer);
-    files.read(unknown, tr("READING THE UNIT"), [this, offer](const TransferReport &) { ask(offer); });
+    if (data) files.readUnknown(allRecords(), [this, offer] { ask(offer); });
 }
 
 void DeviceArranging::ask(const Offer &offer)

@@ -7,6 +7,7 @@
 #include "ui/preview/previewwidget.h"
 #include "ui/shell/arranging.h"
 #include "ui/shell/devicearranging.h"
+#include "ui/shell/presetchanging.h"
 #include "ui/shell/unitfiles.h"
 #include "ui/tables/tabfootswitchfunction.h"
 #include "ui/tables/tabloops.h"

@@ -28,6 +28,7 @@ class BankTable;
 class ComboBox;
 class DeviceArranging;
 class LibraryWidget;
+class PresetChanging;
 class PreviewWidget;
 class QMenu;
 class SettingsPage;
@@ -314,6 +315,7 @@ private:
     std::unique_ptr<UnitFiles> files;
     std::unique_ptr<Arranging> arranging;
     std::unique_ptr<DeviceArranging> deviceArranging;
+    std::unique_ptr<PresetChanging> presetChanging;
     PreviewWidget *preview = nullptr;  // a child of its page
     LibraryWidget *library = nullptr;  // as well
     std::vector<SettingBox> settingBoxes;

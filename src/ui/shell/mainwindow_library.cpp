@@ -1,6 +1,7 @@
 #include "ui/library/librarywidget.h"
 #include "ui/preview/previewwidget.h"
 #include "ui/shell/mainwindow.h"
+#include "ui/shell/presetchanging.h"
 #include "ui/shell/unitfiles.h"
 #include "ui/tables/banktable.h"
 #include "ui/tables/tabmididevices.h"
@@ -27,6 +28,7 @@ void MainWindow::connectLibrary()
     connect(unit, &Unit::gotBankAndPresetData, library, &LibraryWidget::gotBankAndPresetData);
     connect(unit, &Unit::gotMidiDevicesData, library, &LibraryWidget::gotMidiDevicesData);
     connect(library, &LibraryWidget::sheetsAsked, files.get(), &UnitFiles::saveSheets);
+    connect(library, &LibraryWidget::changeAsked, presetChanging.get(), &PresetChanging::offer);
     connect(library, &LibraryWidget::bankOpened, this, &MainWindow::openBank);
     connect(tabMidiDevices.get(), &TabMidiDevices::presetsAsked, this, [this](const std::set<RecordId> &presets) {
         ui.pages[LibraryPageIndex].button->click();

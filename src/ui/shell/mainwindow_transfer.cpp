@@ -1,6 +1,7 @@
 #include "ui/shell/arranging.h"
 #include "ui/shell/devicearranging.h"
 #include "ui/shell/mainwindow.h"
+#include "ui/shell/presetchanging.h"
 #include "ui/shell/unitfiles.h"
 #include "ui/tables/banktable.h"
 
@@ -31,6 +32,9 @@ void MainWindow::makeUnitFiles(QMenu &backup, QMenu &restore, QMenu &reset)
     deviceArranging = std::make_unique<DeviceArranging>(*arranging, *files,
                                                         DeviceArranging::Window{this, [this] { return canChange(); }});
     connect(this, &MainWindow::connected, deviceArranging.get(), &DeviceArranging::setModel);
+    presetChanging = std::make_unique<PresetChanging>(requests, *arranging, *files,
+                                                      PresetChanging::Window{this, [this] { return obstacle(); }});
+    connect(this, &MainWindow::connected, presetChanging.get(), &PresetChanging::setModel);
     connect(this, &MainWindow::connected, files.get(), &UnitFiles::setModel);
     connect(ui.pushButton_cancelTransfer, &QPushButton::clicked, this, [this] { files->cancel(); });
     connect(controller.get(), &DeviceController::transferProgress, ui.progressBar_transfer,

@@ -180,16 +180,9 @@ void UnitFiles::saveSheetsOf(const std::set<int> &banks, const QString &suggeste
 {
     const QString path = pathOfSheets(suggestedName);
     if (path.isEmpty()) return;
-    std::set<RecordId> unknown = recordsOfBanks(banks);
-    for (int number = 1; number <= midiDeviceCount; ++number)  // the messages tell their names
-        unknown.insert({RecordId::Kind::MidiDevice, number});
-    if (data)
-        for (const RecordId &known : knownPart(*data, unknown).records)
-            unknown.erase(known);
-    if (unknown.empty()) return writeSheets(path, chosen());
-    read(unknown, tr("READING THE UNIT"), [this, path, chosen = std::move(chosen)](const TransferReport &) {
-        if (data) writeSheets(path, chosen());
-    });
+    std::set<RecordId> needed = recordsOfBanks(banks);
+    needed.merge(allMidiDevices());  // the messages tell their names
+    readUnknown(needed, [this, path, chosen = std::move(chosen)] { writeSheets(path, chosen()); });
 }
 
 void UnitFiles::writeSheets(const QString &path, const std::set<int> &banks)
@@ -270,6 +263,17 @@ void UnitFiles::read(const std::set<RecordId> &records, const QString &busyText,
             then(report);
     };
     requests.exclusive(requests.onWorker(&DeviceController::readRecords, records));
+}
+
+void UnitFiles::readUnknown(std::set<RecordId> records, const std::function<void()> &then)
+{
+    if (data)
+        for (const RecordId &known : knownPart(*data, records).records)
+            records.erase(known);
+    if (records.empty()) return then();
+    read(records, tr("READING THE UNIT"), [this, then](const TransferReport &) {
+        if (data) then();
+    });
 }
 
 void UnitFiles::transferred(const TransferReport &report)

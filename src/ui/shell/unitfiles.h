@@ -49,6 +49,8 @@ public:
     /// Reads records as one transfer behind the veil, and goes on with what was read; not if that fails, which is told,
     /// or the user stops it.
     void read(const std::set<RecordId> &records, const QString &busyText, Then then);
+    /// The same with those that have not been read yet, and at once if all have.
+    void readUnknown(std::set<RecordId> records, const std::function<void()> &then);
     /// The model that tells what has been read; null without one.
     void setModel(DataFromDevice *model) { data = model; }
     /// Asks for a file and saves sheets of these banks (0 to 99). What has not been read of them is read first.

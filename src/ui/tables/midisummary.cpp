@@ -3,9 +3,6 @@
 #include <QObject>
 #include <QStringList>
 
-namespace {
-
-/// Its name, else the number that it sends, else its place in the list, which counts from 1.
 QString controllerName(const MidiDevice &definition, int position)
 {
     const bool exists = position >= 1 && position <= controllerCount;
@@ -15,8 +12,6 @@ QString controllerName(const MidiDevice &definition, int position)
     return controller.number == none ? QObject::tr("controller %1").arg(position)
                                      : QStringLiteral("CC %1").arg(controller.number);
 }
-
-}  // namespace
 
 QString midiSummary(const PresetData &preset, int device, const MidiDevice &definition)
 {

@@ -66,23 +66,16 @@ void StateTable::clearEditors(int preset)
 void StateTable::chooseState(int index, int preset, int column)
 {
     const auto record = shown.preset(preset);
-    if (record && allows(record->footswitchFunction, index))
+    if (record && allows(allowed, record->footswitchFunction, index))
         sendState(index, preset, column);
     else
         boxes[preset][column]->takeBack();
 }
 
-bool StateTable::allows(FootswitchType function, int index) const
-{
-    const int row = toIndex(function);
-    return row >= 0 && row < static_cast<int>(allowed.size()) && index >= 0 &&
-           index < allowed[static_cast<std::size_t>(row)];
-}
-
 QString StateTable::refusal(int index, int preset) const
 {
     const auto record = shown.preset(preset);
-    if (!record || allows(record->footswitchFunction, index)) return QString();
+    if (!record || allows(allowed, record->footswitchFunction, index)) return QString();
     switch (record->footswitchFunction) {
     case FootswitchType::Preset:
         return tr("A plain preset sets each %1 ON or OFF").arg(thing);

@@ -1,8 +1,7 @@
 #pragma once
 
+#include "model/functionrules.h"
 #include "ui/tables/banktable.h"
-
-#include <array>
 
 class ComboBox;
 
@@ -12,9 +11,6 @@ class ComboBox;
 class StateTable : public BankTable
 {
 protected:
-    /// How many of the states ON, OFF, TOGGLE, INACTIVE, taken in this order, each `FootswitchType` allows.
-    using AllowedStates = std::array<int, 4>;
-
     struct Layout
     {
         int nameWidth;             ///< pixels, of the columns of bank and preset names
@@ -35,7 +31,6 @@ protected:
 
 private:
     void chooseState(int index, int preset, int column);
-    bool allows(FootswitchType function, int index) const;
     /// Why a state may not be chosen for a preset; empty when it may.
     QString refusal(int index, int preset) const;
 

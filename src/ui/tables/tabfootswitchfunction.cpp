@@ -2,8 +2,6 @@
 
 #include "ui/combobox.h"
 
-#include <QBrush>
-#include <QColor>
 #include <QTableWidget>
 
 TabFootswitchFunction::TabFootswitchFunction(QTableWidget *tableWidget)
@@ -13,11 +11,7 @@ TabFootswitchFunction::TabFootswitchFunction(QTableWidget *tableWidget)
 {
     addNumbers(1, 0);
     for (int preset = 0; preset < presetCount; ++preset) {
-        ComboBox *const box = look::makeComboBox(table->viewport(), labels<FootswitchType>(),
-                                                 look::functionColor(FootswitchType::Preset));
-        for (int index = 0; index < box->count(); ++index)
-            box->setItemData(index, QBrush(QColor(look::functionColor(fromIndex<FootswitchType>(index)))),
-                             Qt::BackgroundRole);
+        ComboBox *const box = look::makeFunctionBox(table->viewport());
         box->setAccessibleName(tr("Footswitch function of preset %1").arg(preset));
         connect(box, qOverload<int>(&QComboBox::currentIndexChanged), this,
                 [this, preset](int index) { footswichFunctionChanged(index, preset); });

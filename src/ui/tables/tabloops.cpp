@@ -10,8 +10,7 @@ TabLoops::TabLoops(QTableWidget *tableWidget)
     : StateTable(tableWidget, {.nameWidth = 154,
                                .stateWidth = 116,
                                .stateHeaders = {"BUFFER", "LOOP 1", "LOOP 2", "LOOP 3", "LOOP 4", "LOOP 5", "LOOP 6"},
-                               //          P  S  L  M
-                               .allowed = {2, 0, 4, 0},
+                               .allowed = allowedStates<LoopType>,
                                .thing = tr("loop")})
 {}
 

@@ -1,6 +1,6 @@
 #include "ui/tables/tabmidi.h"
 
-#include "model/midiuse.h"
+#include "model/functionrules.h"
 #include "model/places.h"
 #include "ui/dialogs/midieditorwindow.h"
 #include "ui/namebutton.h"

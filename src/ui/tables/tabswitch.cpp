@@ -4,8 +4,7 @@ TabSwitch::TabSwitch(QTableWidget *tableWidget)
     : StateTable(tableWidget, {.nameWidth = 161,
                                .stateWidth = 133,
                                .stateHeaders = {"SWITCH 1", "SWITCH 2", "SWITCH 3", "SWITCH 4", "SWITCH 5", "SWITCH 6"},
-                               //          P  S  L  M
-                               .allowed = {2, 4, 0, 0},
+                               .allowed = allowedStates<SwitchType>,
                                .thing = tr("switch")})
 {}
 

@@ -1,0 +1,54 @@
+#include "ui/dialogs/answerdialog.h"
+
+#include "ui/look.h"
+
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QPushButton>
+
+namespace {
+
+constexpr QSize answerSize(120, 32);
+
+}  // namespace
+
+void AnswerDialog::on_pushButton_ok_clicked()
+{
+    const QString why = obstacle();
+    if (why.isEmpty())
+        accept();
+    else
+        tell(QStringLiteral("Error"), why);
+}
+
+void AnswerDialog::on_pushButton_cancel_clicked() { reject(); }
+
+void AnswerDialog::keyPressEvent(QKeyEvent *event)
+{
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (enter && !qobject_cast<QPushButton *>(focusWidget()))
+        focusNextChild();
+    else
+        FramelessDialog::keyPressEvent(event);
+}
+
+QHBoxLayout *AnswerDialog::makeAnswers()
+{
+    ok = makeButton(QStringLiteral("pushButton_ok"), QStringLiteral("OK"), look::acceptColor);
+    ok->setDefault(true);
+    connect(ok, &QPushButton::clicked, this, &AnswerDialog::on_pushButton_ok_clicked);
+    QPushButton *const cancel =
+        makeButton(QStringLiteral("pushButton_cancel"), QStringLiteral("CANCEL"), look::rejectColor);
+    connect(cancel, &QPushButton::clicked, this, &AnswerDialog::on_pushButton_cancel_clicked);
+
+    ok->setFixedSize(answerSize);
+    cancel->setFixedSize(answerSize);
+    auto *row = new QHBoxLayout;
+    row->setSpacing(12);
+    row->addStretch();
+    row->addWidget(ok);
+    row->addWidget(cancel);
+    return row;
+}
+
+void AnswerDialog::enableOk(bool enabled) { ok->setEnabled(enabled); }
