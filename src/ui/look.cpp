@@ -8,7 +8,6 @@
 #include <QAbstractItemView>
 #include <QHeaderView>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QPainter>
 #include <QPushButton>
 #include <QSignalBlocker>
@@ -282,15 +281,6 @@ void showText(QLineEdit *edit, const QString &text)
     if (edit->text() == text) return;
     edit->setText(text);
     if (!edit->hasFocus()) edit->setCursorPosition(0);
-}
-
-void showMessage(QWidget *parent, const QString &title, const QString &text)
-{
-    auto *box = new QMessageBox(QMessageBox::Critical, title, QString(), QMessageBox::Ok, parent);
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    box->setTextFormat(Qt::PlainText);
-    box->setText(text);
-    box->open();
 }
 
 }  // namespace look

@@ -67,7 +67,7 @@ void dressEdit(QLineEdit *edit);
 /// A box with these items that shows the first. The open list has rows of comfortable height and cuts long texts at
 /// their end.
 ComboBox *makeComboBox(QWidget *parent, const QStringList &items, const QString &background = cellColor);
-/// "0" to the largest, as texts.
+/// The numbers from `first` to `last`, as texts.
 QStringList numberTexts(int first, int last);
 /// The drawing of that name. It is read once, however many widgets wear it.
 QIcon icon(const char *name);
@@ -89,7 +89,5 @@ void orderTabs(const QTableWidget *table);
 
 /// Shows `text`, from its beginning, without letting the edit announce it.
 void showText(QLineEdit *edit, const QString &text);
-/// Shows plain text in a box over `parent` and goes on.
-void showMessage(QWidget *parent, const QString &title, const QString &text);
 
 }  // namespace look
