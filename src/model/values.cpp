@@ -40,6 +40,13 @@ const char *wordFor(int number, const Range &range)
     return number == inactiveValue ? "INACTIVE" : number == toggleValue ? "TOGGLE" : nullptr;
 }
 
+std::string nameText(const QString &name)
+{
+    std::string text = name.toStdString();
+    std::erase_if(text, [](char c) { return (c >= '\0' && c < ' ') || c == '\x7F'; });
+    return text;
+}
+
 bool fitsFrame(std::string_view text)
 {
     constexpr std::string_view parting{"\0\x02\x03\x1C\x1D\x1E\x1F", 7};

@@ -62,6 +62,9 @@ const char *wordFor(int number, const Range &range);
 /// The characters of a UTF-8 text; nothing for bytes that are none, or that do not come back from the characters.
 std::optional<QString> charactersOf(const std::string &text);
 
+/// A typed name as it is sent and stored: UTF-8, without the control bytes that would break a frame.
+std::string nameText(const QString &name);
+
 /// Whether a frame can carry a text: it has none of the bytes that part a frame.
 bool fitsFrame(std::string_view text);
 
