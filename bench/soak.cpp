@@ -1,13 +1,25 @@
+#include "app/fileunit.h"
+#include "controller/requestqueue.h"
+#include "controller/safetycopies.h"
 #include "simulator/unitport.h"
+#include "ui/library/librarywidget.h"
 #include "ui/shell/mainwindow.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QContextMenuEvent>
+#include <QDir>
+#include <QFileDialog>
 #include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
 #include <QMessageBox>
 #include <QPixmapCache>
 #include <QPushButton>
+#include <QStandardPaths>
 #include <QTableWidget>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 
@@ -18,8 +30,9 @@
 #include <iostream>
 #include <malloc.h>
 
-// The real main window works with a virtual unit for a long time: it pages banks, opens pages, changes settings, meets
-// faults and loses the unit. What it holds on the heap must not grow. Usage: kora_soak [EXCHANGES]
+// The real main window works with a virtual unit for a long time: it pages banks, opens pages, changes settings, backs
+// up and restores, undoes, arranges presets and MIDI devices, saves sheets, works on a file, meets faults and loses the
+// unit. What it holds on the heap, its open files and its safety copies must not grow. Usage: kora_soak [EXCHANGES]
 
 namespace {
 
@@ -43,16 +56,23 @@ long residentMemory()
     return 0;
 }
 
+int openFiles() { return static_cast<int>(QDir(QStringLiteral("/proc/self/fd")).count()); }
+
+template <typename Parent>
+QAction &actionOf(const Parent &actions, const char *text)
+{
+    const auto found = std::ranges::find(actions, QLatin1String(text), &QAction::text);
+    if (found == actions.end()) qFatal("no action %s", text);
+    return **found;
+}
+
 class Soak
 {
 public:
     Soak()
     {
         unit.onExchange([this](const std::string &, const std::string &) { ++exchanges; });
-        QObject::connect(&watch, &QTimer::timeout, [] {
-            if (auto *const box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget()))
-                box->button(QMessageBox::Ok)->click();
-        });
+        QObject::connect(&watch, &QTimer::timeout, [this] { answerDialog(); });
         watch.start(5);
         window.show();
         waitForUnit();
@@ -81,23 +101,117 @@ public:
         }
         for (const char *name : {"settingsTab", "midiDevicesTab", "midiMidiIn", "midiExpressionPedal", "midiSwitchOut",
                                  "previewTab", "libraryTab", "presetsTab"})
-            click(*window.findChild<QPushButton *>(QStringLiteral("pushButton_") + QLatin1String(name)));
+            click(button(name));
         auto *const keyboard = window.findChild<QComboBox *>(QStringLiteral("comboBox_keyboardType"));
         for (const Fault &fault : {Fault::noise(), Fault::wrongChecksum(), Fault::errorStatus()}) {
             unit.queueFault(fault);
             keyboard->setCurrentIndex(1 - keyboard->currentIndex());
             settle();
         }
+        arrange();
+        useFiles();
+        while (button("undo").isEnabled())  // the history has a bound of its own, which would be reached much later
+            click(button("undo"));
         reconnect();
     }
 
 private:
+    /// Agrees to whatever is asked.
+    void answerDialog()
+    {
+        QWidget *const dialog = QApplication::activeModalWidget();
+        if (auto *const box = qobject_cast<QMessageBox *>(dialog)) {
+            QAbstractButton *const yes = box->button(QMessageBox::Yes);
+            (yes ? yes : box->button(QMessageBox::Ok))->click();
+        } else if (auto *const chooser = qobject_cast<QFileDialog *>(dialog)) {
+            chooser->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))->setText(chosenFile);
+            static_cast<QDialog *>(chooser)->done(QDialog::Accepted);
+        } else if (dialog) {
+            auto *const restore = dialog->findChild<QPushButton *>(QStringLiteral("pushButton_restore"));
+            auto *const cancel = dialog->findChild<QPushButton *>(QStringLiteral("pushButton_cancel"));
+            if (restore && restore->isVisible() && restore->isEnabled())
+                restore->click();
+            else if (cancel && cancel->isVisible())
+                cancel->click();
+        }
+    }
+
+    /// Chooses an entry of the menu; a file dialog that it opens gets this file.
+    void trigger(const char *entry, const QString &file = QString())
+    {
+        chosenFile = folder.filePath(file);
+        actionOf(window.findChildren<QAction *>(), entry).trigger();
+        settle();
+    }
+
+    void chooseInLibrary(int bank, int column, const char *entry)
+    {
+        auto *const table = window.findChild<QTableView *>(QStringLiteral("tableView_library"));
+        table->setCurrentIndex(table->model()->index(bank, column));
+        actionOf(table->actions(), entry).trigger();
+        settle();
+    }
+
+    void chooseOfDevice(int row, const char *entry)
+    {
+        QTimer::singleShot(0, [entry] {  // while the menu is open
+            auto &menu = dynamic_cast<QMenu &>(*QApplication::activePopupWidget());
+            menu.setActiveAction(&actionOf(menu.actions(), entry));
+            QTest::keyClick(&menu, Qt::Key_Return);
+        });
+        auto *const table = window.findChild<QTableWidget *>(QStringLiteral("tableWidget_midiDevices"));
+        QContextMenuEvent event(QContextMenuEvent::Mouse, {5, 5}, {5, 5});
+        QApplication::sendEvent(table->cellWidget(row, 0), &event);
+        settle();
+    }
+
+    /// Presets, banks, devices and their undoing.
+    void arrange()
+    {
+        click(button("libraryTab"));
+        chooseInLibrary(7, 4, "COPY");
+        chooseInLibrary(reconnections % 7, 5, "SWAP");
+        chooseInLibrary(60, 3, "PASTE");
+        chooseInLibrary(20, 0, "MOVE UP");
+        chooseInLibrary(30, 0, "INSERT EMPTY BANK");
+        chooseInLibrary(30, 0, "REMOVE BANK");
+        chooseInLibrary(50, 2, "CLEAR");
+        click(button("midiDevicesTab"));
+        chooseOfDevice(9, "COPY");
+        chooseOfDevice(0, "SWAP");
+        click(button("undo"));
+        click(button("redo"));
+    }
+
+    void useFiles()
+    {
+        trigger("WHOLE UNIT...", QStringLiteral("unit.kora"));
+        trigger("CLEAR THIS BANK...");
+        trigger("COMPARE WITH FILE...", QStringLiteral("unit.kora"));
+        trigger("FROM FILE...", QStringLiteral("unit.kora"));
+        chosenFile = folder.filePath(QStringLiteral("sheets.pdf"));
+        emit window.findChild<LibraryWidget *>()->sheetsAsked({0, 1, 2});
+        trigger("WORK ON A FILE...", QStringLiteral("unit.kora"));
+        awaitStatus(QStringLiteral("WORKING ON unit.kora"));
+        click(button("settingsTab"));
+        auto *const protection = window.findChild<QComboBox *>(QStringLiteral("comboBox_clickProtection"));
+        protection->setCurrentIndex(1 - protection->currentIndex());
+        settle();
+        trigger("BACK TO THE UNIT");
+        waitForUnit();
+    }
+
+    QPushButton &button(const char *name) const
+    {
+        return *window.findChild<QPushButton *>(QStringLiteral("pushButton_") + QLatin1String(name));
+    }
+
     void settle()
     {
-        for (std::size_t seen = exchanges - 1; seen != exchanges;) {
-            seen = exchanges;
-            QTest::qWait(15);
-        }
+        const auto *const requests = window.findChild<RequestQueue *>();
+        do
+            QTest::qWait(5);
+        while (!requests->isIdle() || QApplication::activeModalWidget());
     }
 
     void click(QPushButton &button)
@@ -113,20 +227,18 @@ private:
             click(*qobject_cast<QPushButton *>(widget->cellWidget(arrowRow, 0)));
     }
 
-    bool isConnected() const
-    {
-        return window.findChild<QLabel *>(QStringLiteral("label_deviceStatus"))->text() ==
-               QLatin1String("DEVICE CONNECTED");
-    }
+    QString status() const { return window.findChild<QLabel *>(QStringLiteral("label_deviceStatus"))->text(); }
+    bool isConnected() const { return status() == QLatin1String("DEVICE CONNECTED"); }
 
-    void waitForUnit()
+    void awaitStatus(const QString &text)
     {
-        if (!QTest::qWaitFor([this] { return isConnected(); }, 20000)) {
-            std::cerr << "the unit is not found\n";
+        if (!QTest::qWaitFor([&] { return status() == text; }, 20000)) {
+            std::cerr << "the status does not become " << text.toStdString() << '\n';
             std::exit(EXIT_FAILURE);
         }
         settle();
     }
+    void waitForUnit() { awaitStatus(QStringLiteral("DEVICE CONNECTED")); }
 
     void reconnect()
     {
@@ -138,13 +250,18 @@ private:
         ++reconnections;
     }
 
+    QTemporaryDir folder;
+    QString chosenFile;
     std::atomic<std::size_t> exchanges = 0;
     int reconnections = 0;
     UnitPort unit;
     MainWindow window{[this] {
-        const std::string location = unit.location();
-        return location.empty() ? QStringList() : QStringList(QString::fromStdString(location));
-    }};
+                          const std::string location = unit.location();
+                          return location.empty() ? QStringList() : QStringList(QString::fromStdString(location));
+                      },
+                      nullptr,
+                      {},
+                      makeFileUnit};
     QTimer watch;
 };
 
@@ -153,9 +270,11 @@ private:
 int main(int argc, char **argv)
 {
     const QApplication application(argc, argv);
-    const std::size_t wanted = argc > 1 ? std::strtoul(argv[1], nullptr, 10) : 8000;
+    QStandardPaths::setTestModeEnabled(true);  // safety copies do not go to the user's
+    const std::size_t wanted = argc > 1 ? std::strtoul(argv[1], nullptr, 10) : 800'000;
     Soak soak;
     soak.warmUp();
+    const int filesAtStart = openFiles();
     const std::size_t start = soak.exchangeCount();
     std::vector<long> memory;
     while (memory.size() < samples) {
@@ -168,6 +287,9 @@ int main(int argc, char **argv)
     }
     const auto middle = memory.begin() + samples / 2;
     const long growth = *std::max_element(middle, memory.end()) - *std::max_element(memory.begin(), middle);
-    std::cout << "growth of the heap in the second half: " << growth << " kB (at most " << allowedGrowth << ")\n";
-    return growth <= allowedGrowth ? EXIT_SUCCESS : EXIT_FAILURE;
+    const int files = openFiles() - filesAtStart;
+    const auto copies = SafetyCopies().newestFirst().size();
+    std::cout << "growth of the heap in the second half: " << growth << " kB (at most " << allowedGrowth << "), "
+              << files << " more files open, " << copies << " safety copies (at most " << SafetyCopies::kept << ")\n";
+    return growth <= allowedGrowth && files <= 0 && copies <= SafetyCopies::kept ? EXIT_SUCCESS : EXIT_FAILURE;
 }

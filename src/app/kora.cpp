@@ -9,6 +9,7 @@
 int main(int argc, char **argv)
 {
     startup::prepareScreen();
+    startup::fitToScreen(argc, argv);
     QApplication application(argc, argv);
     Connection::enableLog = true;
     startup::prepareApplication();

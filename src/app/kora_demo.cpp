@@ -12,6 +12,7 @@
 int main(int argc, char **argv)
 {
     startup::prepareScreen();
+    startup::fitToScreen(argc, argv);
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);  // the tour answers the file dialog
     QApplication application(argc, argv);
     startup::prepareApplication();

@@ -8,9 +8,9 @@
 #include <QAbstractItemView>
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPainter>
 #include <QPushButton>
-#include <QSignalBlocker>
 #include <QStringMatcher>
 #include <QTableWidget>
 
@@ -275,12 +275,14 @@ void orderTabs(const QTableWidget *table)
             }
 }
 
-void showText(QLineEdit *edit, const QString &text)
+void addHeading(QMenu &menu, const QString &text)
 {
-    const QSignalBlocker blocker(edit);
-    if (edit->text() == text) return;
-    edit->setText(text);
-    if (!edit->hasFocus()) edit->setCursorPosition(0);
+    QAction *const heading = menu.addAction(text);
+    QFont font = pixelFont(DataFromDevice::fontTableContent);
+    font.setBold(true);
+    heading->setFont(font);
+    heading->setEnabled(false);
+    menu.addSeparator();
 }
 
 }  // namespace look

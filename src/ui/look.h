@@ -12,6 +12,7 @@
 class ComboBox;
 class QAbstractButton;
 class QLineEdit;
+class QMenu;
 class QPushButton;
 class QTableWidget;
 class QWidget;
@@ -87,7 +88,7 @@ void prepareTable(QTableWidget *table, const QVector<Column> &columns, int rowHe
 /// Makes Tab walk the table's cell widgets row by row.
 void orderTabs(const QTableWidget *table);
 
-/// Shows `text`, from its beginning, without letting the edit announce it.
-void showText(QLineEdit *edit, const QString &text);
+/// A line above a menu's entries that says what they are about.
+void addHeading(QMenu &menu, const QString &text);
 
 }  // namespace look

@@ -3,6 +3,7 @@
 #include "model/datafromdevice.h"
 #include "ui/look.h"
 
+#include <QKeyEvent>
 #include <QKeySequence>
 #include <QStyleOptionButton>
 #include <QStylePainter>
@@ -42,6 +43,14 @@ void NameButton::setMarked(bool marked)
     if (marked == isMarked) return;
     isMarked = marked;
     update();
+}
+
+void NameButton::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Down && event->modifiers().testFlag(Qt::AltModifier))
+        click();
+    else
+        QPushButton::keyPressEvent(event);
 }
 
 void NameButton::paintEvent(QPaintEvent *)

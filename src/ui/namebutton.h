@@ -6,7 +6,8 @@
 QString plainToolTip(const QString &text);
 
 /// A button in the colour of a footswitch function whose text is a name from the unit. The name shows as it is, an
-/// ampersand included, and shortened where it does not fit: text() and the tool tip hold all of it.
+/// ampersand included, and shortened where it does not fit: text() and the tool tip hold all of it. Alt+Down presses
+/// it, as it opens the boxes beside it.
 class NameButton : public QPushButton
 {
 public:
@@ -18,6 +19,7 @@ public:
     void setMarked(bool marked);
 
 protected:
+    void keyPressEvent(QKeyEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:

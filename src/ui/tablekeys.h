@@ -5,8 +5,9 @@
 class QTableWidget;
 class QWidget;
 
-/// The keys of a table whose cells are editors: Up and Down go to the next editor of the column. What moves a table's
-/// own invisible current cell otherwise does nothing; the page keys are announced.
+/// The keys of a table whose cells are editors: the arrows go to the next editor of the column or row. In a text, Left
+/// and Right do so from its ends, and as long as it is selected as a whole and not altered. What moves a table's own
+/// invisible current cell otherwise does nothing; the page keys are announced.
 class TableKeys : public QObject
 {
     Q_OBJECT
@@ -25,7 +26,8 @@ signals:
     void paged(int step);
 
 private:
-    void moveInColumn(int step);
+    /// To the next editor in steps of so many rows and columns.
+    void move(int rows, int columns);
 
     QTableWidget *table;
 };

@@ -12,15 +12,18 @@ namespace {
 class PlaceMenus : public Editor
 {
 protected:
-    /// Opens a menu by `ask` and takes one of its entries; what it offers then: "COPY PASTE".
+    /// Opens a menu by `ask` and takes one of its entries; what it is about and offers then: "BANK 7: COPY PASTE".
     QString choose(const QString &entry, const std::function<void()> &ask)
     {
+        QString heading;
         QStringList offered;
         QTimer::singleShot(0, &window, [&] {
             auto *const menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
             ASSERT_TRUE(menu);
+            heading = menu->actions().front()->text();
             QAction *chosen = nullptr;
             for (QAction *const action : menu->actions()) {
+                if (action->isSeparator()) continue;
                 if (action->isEnabled()) offered << action->text();
                 if (action->text() == entry) chosen = action;
             }
@@ -29,14 +32,14 @@ protected:
         });
         ask();
         EXPECT_TRUE(settles());
-        return offered.join(' ');
+        return heading + ": " + offered.join(' ');
     }
-    /// On the cell of a table.
+    /// By a right click on the cell of a table.
     QString onCell(const QString &entry, const QString &table, int row, int column)
     {
-        auto &widget = find<QTableWidget>("tableWidget_" + table);
-        const QPoint place = widget.visualRect(widget.model()->index(row, column)).center();
-        return choose(entry, [&] { emit widget.customContextMenuRequested(place); });
+        auto &widget = cell<QWidget>(table, row, column);
+        QContextMenuEvent ask(QContextMenuEvent::Mouse, widget.rect().center());
+        return choose(entry, [&] { QApplication::sendEvent(&widget, &ask); });
     }
     UnitContent held() const { return unit.memory(); }
 };
@@ -48,11 +51,12 @@ TEST_F(PlaceMenus, RowsCopyPasteSwapAndClearBanksAndPresets)
     const UnitContent start = held();
     const auto &presets = start.presets[0];
     QApplication::clipboard()->setText("no presets");
-    EXPECT_EQ(onCell({}, "footswitchFunction", 1, 1), "COPY CLEAR");
+    EXPECT_EQ(onCell({}, "footswitchFunction", 1, 2), "BANK 0, PRESET 0: COPY CLEAR");
     click("pushButton_loopsTab");
-    onCell("COPY", "loops", 3, 1);
+    onCell("COPY", "loops", 3, 3);
     EXPECT_EQ(archive::fromJson(QApplication::clipboard()->text().toUtf8()).content.presets[0][2], presets[2]);
-    EXPECT_EQ(onCell({}, "loops", 3, 1), "COPY PASTE CLEAR") << "a preset does not change places with itself";
+    EXPECT_EQ(onCell({}, "loops", 3, 1), "BANK 0, PRESET 2: COPY PASTE CLEAR")
+        << "a preset does not change places with itself";
     unit.takeRequests();
     onCell("PASTE", "loops", 6, 7);
     EXPECT_EQ(held().presets[0][5], presets[2]);
@@ -74,7 +78,9 @@ TEST_F(PlaceMenus, RowsCopyPasteSwapAndClearBanksAndPresets)
     EXPECT_EQ(held().banks[0], BankData());
     EXPECT_EQ(held().presets[0][5], PresetData());
     click("pushButton_wahPads");
-    EXPECT_EQ(onCell({}, "wahPads", 4, 1), "COPY PASTE CLEAR");
+    EXPECT_EQ(onCell({}, "wahPads", 4, 1), "BANK 0: COPY PASTE CLEAR");
+    click("pushButton_midiTab");
+    EXPECT_EQ(onCell({}, "midi", 2, 4), "BANK 0, PRESET 1: COPY PASTE SWAP CLEAR");
 }
 
 TEST_F(PlaceMenus, TellsWhatIsWrongWithTheClipboardAndWhatWasNotMade)
@@ -102,8 +108,8 @@ TEST_F(PlaceMenus, AFootswitchOfThePreviewHasTheSameMenu)
     auto *const page = window.findChild<PreviewWidget *>();
     QApplication::clipboard()->clear();
     QTest::keyClick(page, Qt::Key_Right);
-    QContextMenuEvent ask(QContextMenuEvent::Keyboard, {});
-    EXPECT_EQ(choose("COPY", [&] { QApplication::sendEvent(page, &ask); }), "COPY CLEAR  SAVE PICTURE");
+    EXPECT_EQ(choose("COPY", [&] { QTest::keyClick(page, Qt::Key_F10, Qt::ShiftModifier); }),
+              "BANK 0, PRESET 1: COPY CLEAR SAVE PICTURE");
     const auto copied = archive::fromJson(QApplication::clipboard()->text().toUtf8());
     EXPECT_EQ(copied.records, (std::set<RecordId>{{RecordId::Kind::Preset, 0, 1}}));
 }

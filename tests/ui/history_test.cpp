@@ -80,6 +80,10 @@ TEST_F(HistoryKeys, LeaveAloneWhatIsTypedAndWhatAnotherHandChanged)
     type(edit("loops", 1, 3), "TWO", Qt::Key_unknown);
     press(Qt::Key_Z);
     EXPECT_TRUE(edit("loops", 1, 3).text() != "TWO" && unit.memory().presets[0][0].name == "ONE");
+    press(Qt::Key_Z);
+    EXPECT_NE(unit.memory().presets[0][0].name, "ONE");
+    press(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(unit.memory().presets[0][0].name, "ONE") << "not what was typed";
     unit.alter([](UnitMemory &memory) { memory.presets[0][0].name = "PANEL"; });
     const auto told = nextBox();
     click("pushButton_undo");

@@ -149,6 +149,19 @@ TEST_F(Keyboard, AltAndANumberOpenThePageAtItsFirstEditor)
     EXPECT_TRUE(settles());
 }
 
+TEST_F(Keyboard, ControlAndTabWalkTheSubTabsAndEnterOpensAMidiButton)
+{
+    QTest::keyClick(&window, Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
+    for (const char *const table : {"wahPads", "footswitchFunction", "loops", "switch", "midi"}) {
+        EXPECT_TRUE(find<QWidget>(QString("tableWidget_") + table).isVisible()) << table;
+        if (*table != 'm') QTest::keyClick(&window, Qt::Key_Tab, Qt::ControlModifier);
+    }
+    for (const auto &[key, modifiers] : {std::pair(Qt::Key_Return, Qt::NoModifier), {Qt::Key_Down, Qt::AltModifier}}) {
+        onDialog([](QWidget &dialog) { dialog.close(); });
+        QTest::keyClick(&cell<QWidget>("midi", 1, 4), key, modifiers);
+    }
+}
+
 TEST_F(Keyboard, EveryEditorHasANameAndShowsItsFocus)
 {
     for (const ShownPage &page : shownPages) {

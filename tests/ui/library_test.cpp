@@ -3,12 +3,15 @@
 #include "ui/editor.h"
 #include "ui/library/librarymodel.h"
 #include "ui/library/libraryview.h"
+#include "ui/library/librarywidget.h"
 #include "ui/preview/previewwidget.h"
 
 #include <QAction>
 #include <QClipboard>
+#include <QContextMenuEvent>
 #include <QDragEnterEvent>
 #include <QDropEvent>
+#include <QMenu>
 #include <QMimeData>
 #include <QProgressBar>
 #include <QWindow>
@@ -206,6 +209,38 @@ TEST_F(Library, FindsNamesWithoutCaseAndAccentsAndWhatIsSentToADevice)
     table().setFocus();
     QTest::keyClick(&table(), Qt::Key_F, Qt::ControlModifier);
     EXPECT_TRUE(find<QLineEdit>("lineEdit_find").hasFocus());
+}
+
+TEST_F(Library, TellsTheStatesOfACellApartAndOpensItsMenu)
+{
+    open();
+    std::vector<QImage> looks;
+    const auto look = [&](int row) {
+        looks.push_back(table().viewport()->grab(table().visualRect(at(row, 5))).toImage());
+    };
+    look(7);
+    select({{7, 4}, {7, 5}});
+    look(7);  // selected
+    select({{7, 5}});
+    look(7);  // the current one, too
+    select({{3, 2}});
+    window.findChild<LibraryWidget *>()->lightUp({{RecordId::Kind::Preset, 7, 3}});
+    look(7);
+    found("stra");
+    look(0);  // beside one that is found
+    for (std::size_t one = 0; one < looks.size(); ++one)
+        for (std::size_t other = 0; other < one; ++other)
+            EXPECT_NE(looks[one], looks[other]) << one << " and " << other;
+
+    QContextMenuEvent event(QContextMenuEvent::Mouse, {5, 5}, {5, 5});
+    QApplication::sendEvent(table().viewport(), &event);
+    QStringList entries;
+    auto &menu = dynamic_cast<QMenu &>(*QApplication::activePopupWidget());
+    for (const QAction *const action : menu.actions())
+        if (!action->isSeparator()) entries << action->text();
+    EXPECT_EQ(entries.join('|'), "OPEN|RENAME|CUT|COPY|PASTE|SWAP|CLEAR|INSERT EMPTY BANK|REMOVE BANK|MOVE UP|MOVE "
+                                 "DOWN|EXPORT...|IMPORT...|SAVE SHEETS...");
+    menu.close();
 }
 
 TEST_F(Library, RenamesInPlaceAndOpensABank)

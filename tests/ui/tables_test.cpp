@@ -84,13 +84,13 @@ TEST_F(Tables, PageByArrowsKeysAndNumber)
         for (const auto &step : steps) {
             QLineEdit &number = edit(table, layout.lastRow, 0);
             if (step.action == "+" || step.action == "-") {
-                clickCell(table, step.action == "+" ? layout.firstRow - 1 : layout.lastRow + 1, 0);
+                auto &arrow = cell<QWidget>(table, step.action == "+" ? layout.firstRow - 1 : layout.lastRow + 1, 0);
+                QTest::mouseClick(&arrow, Qt::LeftButton, {}, {0, 20});
             } else if (step.action.startsWith("Pg")) {
                 QTest::keyClick(&box("midiDevices", 0, 1), Qt::Key_PageUp);  // pages nothing
                 QTest::keyClick(&edit(table, layout.firstRow, 1),
                                 step.action == "PgUp" ? Qt::Key_PageUp : Qt::Key_PageDown);
             } else {
-                number.clearFocus();
                 QTest::mouseClick(&number, Qt::LeftButton, {}, {4, 10});
                 for (const QChar digit : step.action)
                     QTest::keyClick(&number, digit == '\x1B' ? Qt::Key_Escape : Qt::Key(digit.unicode()));
@@ -168,6 +168,25 @@ TEST_F(Tables, AClosedBoxIsNotChangedByKeysOrTheWheel)
         EXPECT_EQ(state.view()->currentIndex().row(), state.currentIndex());
         EXPECT_GE(state.view()->visualRect(state.view()->currentIndex()).height(), 26);
         state.hidePopup();
+    }
+    EXPECT_EQ(requests(), Requests{});
+}
+
+TEST_F(Tables, LeftAndRightGoThroughARowAndItsTexts)
+{
+    click("pushButton_midiTab");
+    QWidget *const name = &edit("midi", 9, 3);
+    const std::pair<std::vector<Qt::Key>, QWidget *> moves[] = {
+        {{Qt::Key_Left, Qt::Key_Right, Qt::Key_Right}, name},
+        {{Qt::Key_Right, Qt::Key_Right}, &cell<QWidget>("midi", 9, 5)},
+        {{Qt::Key_Left, Qt::Key_Left}, name},
+        {{Qt::Key_Home, Qt::Key_Right, Qt::Key_Left, Qt::Key_A, Qt::Key_Right}, name},
+        {{Qt::Key_Escape, Qt::Key_End, Qt::Key_Right}, &cell<QWidget>("midi", 9, 4)}};
+    edit("midi", 9, 0).setFocus(Qt::TabFocusReason);
+    for (const auto &[keys, place] : moves) {
+        for (const Qt::Key key : keys)
+            QTest::keyClick(QApplication::focusWidget(), key);
+        EXPECT_EQ(QApplication::focusWidget(), place) << keys.size();
     }
     EXPECT_EQ(requests(), Requests{});
 }

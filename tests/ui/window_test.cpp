@@ -8,6 +8,7 @@
 #include <QDesktopServices>
 #include <QMenu>
 #include <QTextBrowser>
+#include <QWindow>
 
 namespace {
 
@@ -246,6 +247,18 @@ TEST_F(Window, IsMovedByItsTopMinimisedClosedAndTellsAboutItself)
     window.showNormal();
     click("pushButton_closeWindow");
     EXPECT_FALSE(window.isVisible());
+}
+
+TEST(Dialogs, AskOnceMoreForTheirPlaceWhenTheyAreToldAnother)
+{
+    InstallDriversWindow dialog;
+    dialog.show();
+    const QPoint wanted = dialog.pos();
+    for (const QPoint &then : {wanted, QPoint(1, 2)}) {
+        dialog.windowHandle()->setPosition(1, 2);
+        QCoreApplication::processEvents();
+        EXPECT_EQ(dialog.pos(), then);
+    }
 }
 
 /// Takes the place of the desktop's browser and mail program.

@@ -5,13 +5,18 @@
 #include "ui/message.h"
 
 #include <QLabel>
+#include <QMoveEvent>
 #include <QPushButton>
+#include <QTimer>
+
+#include <utility>
 
 namespace {
 
 constexpr int dragBand = 60;  // pixels
 constexpr QSize crossSize(16, 16);
-constexpr int crossButton = 28;  // pixels, both ways
+constexpr int crossButton = 28;    // pixels, both ways
+constexpr int placedAfter = 1000;  // ms
 
 QString dialogStyle()
 {
@@ -28,6 +33,22 @@ FramelessDialog::FramelessDialog(const QString &objectName, QWidget *parent) : Q
     setWindowTitle(QStringLiteral("Dialog"));
     setStyleSheet(dialogStyle());
     setFont(look::pixelFont(DataFromDevice::fontTableContent));
+}
+
+void FramelessDialog::showEvent(QShowEvent *event)
+{
+    QDialog::showEvent(event);
+    if (event->spontaneous()) return;
+    asked = pos();
+    QTimer::singleShot(placedAfter, this, [this] { asked.reset(); });
+}
+
+void FramelessDialog::moveEvent(QMoveEvent *event)
+{
+    QDialog::moveEvent(event);
+    // Asked while it still places the dialog, a window manager tells a place on the way there, and lists would open
+    // beside their boxes. Moved once more, the dialog is told where it is.
+    if (event->spontaneous() && asked && event->pos() != *asked) move(*std::exchange(asked, std::nullopt));
 }
 
 void FramelessDialog::mousePressEvent(QMouseEvent *event) { drag.press(event); }

@@ -4,6 +4,8 @@
 
 #include <QDialog>
 
+#include <optional>
+
 class QFont;
 class QLabel;
 class QPushButton;
@@ -20,6 +22,8 @@ protected:
     /// A dialog with a parent opens in the middle of it.
     FramelessDialog(const QString &objectName, QWidget *parent);
 
+    void showEvent(QShowEvent *event) override;
+    void moveEvent(QMoveEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
@@ -35,4 +39,5 @@ protected:
 
 private:
     WindowDrag drag;
+    std::optional<QPoint> asked;  ///< where the dialog has just been shown
 };

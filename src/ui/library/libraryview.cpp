@@ -16,7 +16,6 @@ namespace {
 
 constexpr int lineHeight = 26;
 constexpr int numberWidth = 36;
-constexpr int nameWidth = 158;
 constexpr int presetWidth = 106;
 
 /// What hangs at the pointer: what is dragged, in a word.
@@ -71,9 +70,8 @@ void LibraryView::setModel(QAbstractItemModel *model)
 {
     QTableView::setModel(model);
     for (int column = 0; column < model->columnCount(); ++column)
-        setColumnWidth(column, column == LibraryModel::NumberColumn ? numberWidth
-                               : column == LibraryModel::NameColumn ? nameWidth
-                                                                    : presetWidth);
+        setColumnWidth(column, column == LibraryModel::NumberColumn ? numberWidth : presetWidth);
+    horizontalHeader()->setSectionResizeMode(LibraryModel::NameColumn, QHeaderView::Stretch);  // what is left
 }
 
 int LibraryView::bankOf(const QModelIndex &index) const

@@ -158,6 +158,7 @@ void Arranging::showMenu(const RecordId &place, const QPoint &position, const QL
         place.kind == RecordId::Kind::Bank ? recordsOfBank(place.number) : std::set<RecordId>{place};
     QMenu menu(window.widget);
     menu.setStyleSheet(look::menuStyle());
+    look::addHeading(menu, places::record(place));
     const auto add = [&](const char *text, bool enabled, auto act) {
         menu.addAction(QLatin1String(text), this, act)->setEnabled(enabled);
     };

@@ -60,7 +60,7 @@ public:
     /// Asks first.
     void clear(const std::set<RecordId> &selection);
 
-    /// The menu of one preset or bank: "COPY", "PASTE", "SWAP", "CLEAR", and then others.
+    /// The menu of one preset or bank, under its place: "COPY", "PASTE", "SWAP", "CLEAR", and then others.
     void showMenu(const RecordId &place, const QPoint &position, const QList<QAction *> &others = {});
 
     /// Two presets change places.

@@ -48,6 +48,7 @@ void DeviceArranging::showMenu(int device, const QPoint &position)
 {
     QMenu menu(window.widget);
     menu.setStyleSheet(look::menuStyle());
+    look::addHeading(menu, places::midiDevice(device));
     const auto add = [&](const char *text, bool enabled, auto act) {
         menu.addAction(QLatin1String(text), this, act)->setEnabled(enabled);
     };

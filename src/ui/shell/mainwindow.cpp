@@ -20,10 +20,8 @@
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QLabel>
-#include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
-#include <QShortcut>
 #include <QTableWidget>
 
 namespace {
@@ -62,10 +60,7 @@ MainWindow::MainWindow(PortLister listPorts, QWidget *parent, DeviceController::
     makeSettingsPages();
     showDisconnected();
     makeController();
-    auto *logShortcut = new QShortcut(QKeySequence(QStringLiteral("Ctrl+Shift+L")), centralWidget());
-    connect(logShortcut, &QShortcut::activated, this, &MainWindow::toggleLog);
-    auto *help = new QShortcut(QKeySequence(QKeySequence::HelpContents), this);
-    connect(help, &QShortcut::activated, this, &MainWindow::showGuide);
+    makeKeys();
 
     controller->setTimeouts(timeouts);
     controller->moveToThread(&workerThread);
@@ -88,12 +83,6 @@ void MainWindow::connectButtons()
         connect(button, &QPushButton::clicked, this, pageClicks[static_cast<std::size_t>(index)]);
         connect(button, &QPushButton::clicked, this,
                 [this, index] { tabButtonClicked(static_cast<PageIndex>(index)); });
-        auto *shortcut = new QShortcut(QKeySequence(static_cast<int>(Qt::ALT) + Qt::Key_1 + index), this);
-        connect(shortcut, &QShortcut::activated, this, [this, button] {
-            if (!button->isEnabled()) return;
-            button->click();
-            focusFirstEditor();
-        });
     }
     constexpr std::array<Clicked, SubTabCount> subTabClicks{
         &MainWindow::on_pushButton_footswitchFunctionTab_clicked, &MainWindow::on_pushButton_loopsTab_clicked,
@@ -318,21 +307,6 @@ void MainWindow::on_pushButton_switchTab_clicked() { showSubTab(SwitchTab); }
 void MainWindow::on_pushButton_midiTab_clicked() { showSubTab(MidiTab); }
 
 void MainWindow::on_pushButton_wahPads_clicked() { showSubTab(WahPadsTab); }
-
-void MainWindow::focusFirstEditor()
-{
-    const auto isShownEditor = [](const QWidget *widget) {
-        const bool isEditor = qobject_cast<const QLineEdit *>(widget) || qobject_cast<const QComboBox *>(widget) ||
-                              qobject_cast<const PreviewWidget *>(widget);
-        return isEditor && widget->isVisible() && widget->isEnabled();
-    };
-    for (const Page &page : ui.pages) {
-        if (!page.widget->isVisible()) continue;
-        for (QWidget *widget = page.widget->nextInFocusChain(); widget != page.widget;
-             widget = widget->nextInFocusChain())
-            if (page.widget->isAncestorOf(widget) && isShownEditor(widget)) return widget->setFocus(Qt::TabFocusReason);
-    }
-}
 
 // --- Window
 

@@ -195,7 +195,14 @@ private:
     void showPage(PageIndex index);
     void tabButtonClicked(PageIndex index);
     void showSubTab(SubTabIndex index);
+
+    // mainwindow_keys.cpp: what the keyboard does anywhere in the window
+    void makeKeys();
     void focusFirstEditor();
+    /// Counts on from the first one behind the last; nothing while another page is shown.
+    void goToSubTab(std::size_t index);
+    /// Does what the Menu key does.
+    void askForMenu();
 
     // mainwindow_settings.cpp: the global settings pages
     void makeSettingsPages();

@@ -12,6 +12,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QShortcut>
+#include <QSignalBlocker>
 #include <QTableWidget>
 
 namespace {
@@ -29,12 +30,31 @@ QKeySequence redoKeys() { return QKeySequence(QStringLiteral("Ctrl+Shift+Z")); }
 QKeySequence otherRedoKeys() { return QKeySequence(QStringLiteral("Ctrl+Y")); }
 QKeySequence undoKeys() { return QKeySequence(QStringLiteral("Ctrl+Z")); }
 
+/// Ends what a text edit could take back or make again by itself.
+void forgetTyping(QLineEdit *edit)
+{
+    if (!edit->isUndoAvailable() && !edit->isRedoAvailable()) return;
+    const QSignalBlocker blocker(edit);
+    const int start = edit->selectionStart(), length = edit->selectionLength(), cursor = edit->cursorPosition();
+    edit->setText(edit->text());
+    edit->setCursorPosition(cursor);
+    if (length > 0) edit->setSelection(start, length);
+}
+
 /// Whether a text edit has no use for keys that undo or redo: nothing in it has been changed.
 bool leavesToWindow(const QLineEdit *edit, const QKeyEvent *event)
 {
     const QKeySequence keys(event->key() | static_cast<int>(event->modifiers()));
     if (edit->isModified()) return false;
     return keys == undoKeys() || (!edit->isRedoAvailable() && (keys == redoKeys() || keys == otherRedoKeys()));
+}
+
+/// Whether the focus comes to a text for another one to be typed, not back from a menu or a window.
+bool beginsTyping(const QEvent *event)
+{
+    if (event->type() != QEvent::FocusIn) return false;
+    const Qt::FocusReason reason = static_cast<const QFocusEvent *>(event)->reason();
+    return reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason;
 }
 
 void showStep(QPushButton *button, const QString &what, bool enabled, const QString &words)
@@ -78,12 +98,14 @@ void MainWindow::connectHistory()
 
 bool MainWindow::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::ShortcutOverride)
-        if (const auto *const edit = qobject_cast<QLineEdit *>(watched);
-            edit && edit->window() == this && leavesToWindow(edit, static_cast<QKeyEvent *>(event))) {
+    if (auto *const edit = qobject_cast<QLineEdit *>(watched); edit && edit->window() == this) {
+        if (beginsTyping(event)) forgetTyping(edit);
+        if (event->type() == QEvent::ShortcutOverride && leavesToWindow(edit, static_cast<QKeyEvent *>(event))) {
+            forgetTyping(edit);  // the redo of what the window undoes is the window's, too
             event->ignore();
             return true;
         }
+    }
     if (const auto *const widget = qobject_cast<QWidget *>(watched);
         widget && widget->window() == this && takesFile(event))
         return true;

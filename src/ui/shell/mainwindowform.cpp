@@ -9,13 +9,21 @@
 #include <QPainter>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScreen>
 #include <QTableWidget>
 
 namespace {
 
-constexpr QSize windowSize(1322, 709);
-constexpr QRect pageArea(12, 130, 1298, 567);
+constexpr QRect wholePageArea(12, 130, 1298, 567);
+constexpr int spareWidth = 42;                  // of the pages, on both sides of what stands on them
 constexpr QRect subTabArea(64, 14, 1194, 543);  // within the presets page
+
+/// What the screen lacks in width for the window, if the pages can do without.
+int lackingWidth()
+{
+    const int lack = MainWindowForm::windowSize.width() - QGuiApplication::primaryScreen()->availableSize().width();
+    return lack > 0 && lack <= spareWidth ? lack : 0;
+}
 
 /// Makes a widget under its object name, at its place on its parent.
 template <typename Widget>
@@ -83,11 +91,13 @@ QIcon verticalText(const QString &text, const QSize &size, int originX)
 
 }  // namespace
 
-MainWindowForm::MainWindowForm(QMainWindow *window) : body(new QWidget(window))
+MainWindowForm::MainWindowForm(QMainWindow *window)
+    : lack(lackingWidth()), size(windowSize - QSize(lack, 0)), pageArea(wholePageArea.adjusted(0, 0, -lack, 0)),
+      body(new QWidget(window))
 {
     window->setObjectName(QStringLiteral("MainWindow"));
     window->setWindowTitle(QStringLiteral("KORA"));
-    window->setFixedSize(windowSize);
+    window->setFixedSize(size);
     window->setStyleSheet(look::windowStyle());
     body->setObjectName(QStringLiteral("centralWidget"));
     window->setCentralWidget(body);
@@ -101,36 +111,40 @@ void MainWindowForm::makeTopBand()
     pushButton_logo = makePlainButton(body, "pushButton_logo", {16, 10, 210, 68}, QStringLiteral("transparent"));
     look::makeIconButton(pushButton_logo, look::icon("logo"), {200, 64}, QObject::tr("About this program"));
 
-    pushButton_undo = makePlainButton(body, "pushButton_undo", {758, 30, 32, 32}, look::pageColor);
+    const auto fromRight = [this](int x, int y, int width, int height) { return QRect(x - lack, y, width, height); };
+    pushButton_undo = makePlainButton(body, "pushButton_undo", fromRight(758, 30, 32, 32), look::pageColor);
     look::makeIconButton(pushButton_undo, palingIcon(QStringLiteral(":/images/undo.png")), {20, 20},
                          QObject::tr("Undo"));
-    pushButton_redo = makePlainButton(body, "pushButton_redo", {796, 30, 32, 32}, look::pageColor);
+    pushButton_redo = makePlainButton(body, "pushButton_redo", fromRight(796, 30, 32, 32), look::pageColor);
     look::makeIconButton(pushButton_redo, palingIcon(QStringLiteral(":/images/redo.png")), {20, 20},
                          QObject::tr("Redo"));
 
     pushButton_connection =
-        makePlainButton(body, "pushButton_connection", {846, 24, 44, 44}, QStringLiteral("transparent"));
+        makePlainButton(body, "pushButton_connection", fromRight(846, 24, 44, 44), QStringLiteral("transparent"));
     pushButton_connection->setIconSize({36, 36});
-    label_deviceStatus = makeLabel(body, "label_deviceStatus", {898, 24, 220, 24}, DataFromDevice::fontDeviceStatus);
+    label_deviceStatus =
+        makeLabel(body, "label_deviceStatus", fromRight(898, 24, 220, 24), DataFromDevice::fontDeviceStatus);
     label_deviceFirmware =
-        makeLabel(body, "label_deviceFirmware", {898, 48, 220, 20}, DataFromDevice::fontFirmwareVersion);
+        makeLabel(body, "label_deviceFirmware", fromRight(898, 48, 220, 20), DataFromDevice::fontFirmwareVersion);
 
-    label_pending = makeLabel(body, "label_pending", {832, 41, 10, 10}, DataFromDevice::fontFirmwareVersion);
+    label_pending = makeLabel(body, "label_pending", fromRight(832, 41, 10, 10), DataFromDevice::fontFirmwareVersion);
     label_pending->setStyleSheet(QStringLiteral("background-color: %1; border-radius: 5;").arg(look::focusColor));
     label_pending->setToolTip(QObject::tr("A change is on its way to the unit"));
     label_pending->setAccessibleName(label_pending->toolTip());
     label_pending->hide();
 
-    pushButton_menu = makePlainButton(body, "pushButton_menu", {1128, 31, 90, 29}, look::pageColor);
+    pushButton_menu = makePlainButton(body, "pushButton_menu", fromRight(1128, 31, 90, 29), look::pageColor);
     pushButton_menu->setText(QStringLiteral("MENU"));
     pushButton_menu->setFont(look::pixelFont(DataFromDevice::fontTabs));
     pushButton_menu->setLayoutDirection(Qt::RightToLeft);
     pushButton_menu->setIcon(look::icon("menu"));
     pushButton_menu->setIconSize({18, 18});
 
-    pushButton_minimizeWindow = makePlainButton(body, "pushButton_minimizeWindow", {1236, 30, 32, 32}, look::pageColor);
+    pushButton_minimizeWindow =
+        makePlainButton(body, "pushButton_minimizeWindow", fromRight(1236, 30, 32, 32), look::pageColor);
     look::makeIconButton(pushButton_minimizeWindow, look::icon("minimize"), {16, 16}, QObject::tr("Minimise"));
-    pushButton_closeWindow = makePlainButton(body, "pushButton_closeWindow", {1274, 30, 32, 32}, look::rejectColor);
+    pushButton_closeWindow =
+        makePlainButton(body, "pushButton_closeWindow", fromRight(1274, 30, 32, 32), look::rejectColor);
     look::makeIconButton(pushButton_closeWindow, look::icon("close"), {16, 16}, QObject::tr("Close"));
 }
 
@@ -243,9 +257,9 @@ QProgressBar *MainWindowForm::makeProgress(const char *name, const QRect &place,
 
 void MainWindowForm::makeBusyDisplay()
 {
-    const QRect textPlace(QPoint((windowSize.width() - 481) / 2, 430), QSize(481, 51));
+    const QRect textPlace(QPoint((size.width() - 481) / 2, 430), QSize(481, 51));
     const QRect progressPlace = textPlace.translated(0, textPlace.height() + 6).adjusted(0, 0, 0, -35);
-    label_loading = make<QLabel>(body, "label_loading", QRect(QPoint(), windowSize));
+    label_loading = make<QLabel>(body, "label_loading", QRect(QPoint(), size));
     label_loading->setStyleSheet(QStringLiteral("background-color: rgba(255, 255, 255, 40%);"));
     label_loading->setAlignment(Qt::AlignCenter);
 
@@ -258,8 +272,8 @@ void MainWindowForm::makeBusyDisplay()
     }
     progressBar_loading = makeProgress("progressBar_loading", progressPlace, QObject::tr("Progress of the upload"));
     progressBar_transfer = makeProgress("progressBar_transfer", progressPlace, QObject::tr("Progress of the transfer"));
-    pushButton_cancelTransfer = make<QPushButton>(
-        body, "pushButton_cancelTransfer", QRect(windowSize.width() / 2 - 60, progressPlace.bottom() + 14, 120, 32));
+    pushButton_cancelTransfer = make<QPushButton>(body, "pushButton_cancelTransfer",
+                                                  QRect(size.width() / 2 - 60, progressPlace.bottom() + 14, 120, 32));
     pushButton_cancelTransfer->setText(QStringLiteral("CANCEL"));
     pushButton_cancelTransfer->setFont(look::pixelFont(DataFromDevice::fontTabs));
     pushButton_cancelTransfer->setStyleSheet(look::answerButtonStyle(look::rejectColor));

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <QRect>
+#include <QSize>
+
 #include <array>
 
-class QRect;
 class QString;
 class QLabel;
 class QMainWindow;
@@ -42,6 +44,8 @@ struct SubTab
 class MainWindowForm
 {
 public:
+    static constexpr QSize windowSize{1322, 709};  ///< on a screen that has room for it
+
     explicit MainWindowForm(QMainWindow *window);
 
     // Top band
@@ -81,5 +85,8 @@ private:
     void makeBusyDisplay();
     QProgressBar *makeProgress(const char *name, const QRect &place, const QString &accessibleName);
 
+    int lack;  ///< pixels that the screen has too few: the right edges are so much nearer
+    QSize size;
+    QRect pageArea;
     QWidget *body;  // the central widget: everything stands on it
 };

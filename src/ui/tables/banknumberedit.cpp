@@ -48,8 +48,9 @@ void BankNumberEdit::showBank(int bank)
 
 void BankNumberEdit::showNumber(int bank)
 {
-    look::showText(this, QString::number(bank));
-    if (hasFocus()) selectAll();  // the next number is typed over it
+    const QSignalBlocker blocker(this);
+    setText(QString::number(bank));  // also where it says so: what was typed is settled
+    if (hasFocus()) selectAll();     // the next number is typed over it
 }
 
 void BankNumberEdit::finish()
@@ -60,7 +61,6 @@ void BankNumberEdit::finish()
     const bool retype = isModified() && !isRefused;
     setRefused(false);
     showNumber(bank);  // "07" is bank 7
-    setModified(false);
     if (bank != shown || retype) emit entered(bank);
 }
 
@@ -85,7 +85,6 @@ void BankNumberEdit::focusInEvent(QFocusEvent *event)
 {
     QLineEdit::focusInEvent(event);
     selectAll();
-    selectOnRelease = event->reason() == Qt::MouseFocusReason;
 }
 
 void BankNumberEdit::focusOutEvent(QFocusEvent *event)
@@ -97,6 +96,5 @@ void BankNumberEdit::focusOutEvent(QFocusEvent *event)
 void BankNumberEdit::mouseReleaseEvent(QMouseEvent *event)
 {
     QLineEdit::mouseReleaseEvent(event);
-    if (selectOnRelease) selectAll();  // the press has put the cursor somewhere
-    selectOnRelease = false;
+    if (!isModified()) selectAll();  // the press has put the cursor somewhere
 }

@@ -30,5 +30,4 @@ private:
 
     int shown = 0;
     bool isRefused = false;
-    bool selectOnRelease = false;
 };

@@ -12,6 +12,16 @@ namespace {
 
 constexpr int bankColumn = 0;
 
+/// Takes clicks on the whole of its cell, since its drawing fills that.
+class ArrowButton : public QPushButton
+{
+public:
+    using QPushButton::QPushButton;
+
+protected:
+    bool hitButton(const QPoint &place) const override { return rect().contains(place); }
+};
+
 }  // namespace
 
 BankTable::BankTable(QTableWidget *tableWidget, const QVector<look::Column> &columns, int rowHeight, int editorRows,
@@ -27,7 +37,6 @@ BankTable::BankTable(QTableWidget *tableWidget, const QVector<look::Column> &col
     for (int row = 0; row < editorRows; ++row) {
         auto *edit = new BankNumberEdit(table->viewport());
         connect(edit, &BankNumberEdit::entered, this, &BankTable::changeBank);
-        edit->setContextMenuPolicy(Qt::NoContextMenu);  // it is the bank's, not the text's
         place(row, bankColumn, edit);
         bankNumbers << edit;
     }
@@ -51,7 +60,7 @@ void BankTable::askForMenu(const QPoint &place)
 
 QPushButton *BankTable::addArrow(const char *icon, const QString &name, int step)
 {
-    auto *arrow = new QPushButton(table->viewport());
+    auto *arrow = new ArrowButton(table->viewport());
     arrow->resize(table->columnWidth(bankColumn), table->verticalHeader()->defaultSectionSize());
     arrow->setStyleSheet(QStringLiteral("border-radius: 5;\n"));
     look::makeIconButton(arrow, look::fadingIcon(icon), arrow->size(), name);
@@ -61,6 +70,7 @@ QPushButton *BankTable::addArrow(const char *icon, const QString &name, int step
 
 void BankTable::place(int place, int column, QWidget *editor)
 {
+    editor->setContextMenuPolicy(Qt::NoContextMenu);  // it is the row's, not a text's
     table->setCellWidget(firstRow + place, column, editor);
 }
 

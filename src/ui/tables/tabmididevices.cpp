@@ -8,6 +8,7 @@
 #include "ui/look.h"
 #include "ui/nameedit.h"
 
+#include <QHeaderView>
 #include <QPushButton>
 #include <QTableWidget>
 
@@ -72,6 +73,8 @@ TabMidiDevices::TabMidiDevices(QTableWidget *tableWidget) : table(tableWidget)
                         {"TAP TEMPO NOTE", 130},
                         {"PRESETS", 90}},
                        50);
+    QHeaderView *const header = table->horizontalHeader();
+    if (header->length() > table->width()) header->setSectionResizeMode(nameColumn, QHeaderView::Stretch);
     for (int row = 0; row < midiDeviceCount; ++row)
         addRow();
     look::orderTabs(table);
