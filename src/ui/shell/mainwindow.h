@@ -55,7 +55,7 @@ public:
     /// Works on this `.kora` file instead of a unit; tells why it cannot be.
     void workOn(const QString &path) { workFile->open(path); }
 
-    // What the controller is asked to do, and told by; a signal is named for the slot that it leads to.
+    // Most of them lead to the slot of the controller that has the same name.
 signals:
     /// A unit was found, and everything shows this model from now on.
     void connected(DataFromDevice *data);
