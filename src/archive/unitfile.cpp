@@ -1,5 +1,6 @@
 #include "archive/unitfile.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QSaveFile>
 
@@ -39,6 +40,18 @@ void archive::writeBytes(const QString &path, const QByteArray &bytes)
 void archive::save(const QString &path, const UnitPart &part, const QDateTime &saved)
 {
     writeBytes(path, toJson(part, saved));
+}
+
+QString archive::trySaving(const QString &path, const UnitPart &part, const QDateTime &saved)
+{
+    const QString folder = QFileInfo(path).path();
+    if (!QDir().mkpath(folder)) return QStringLiteral("%1 cannot be made").arg(folder);
+    try {
+        save(path, part, saved);
+    } catch (const Error &error) {
+        return QString::fromUtf8(error.what());
+    }
+    return {};
 }
 
 UnitPart archive::load(const QString &path, const UnitContent &base)

@@ -47,6 +47,9 @@ void writeBytes(const QString &path, const QByteArray &bytes);
 /// Writes the known records, as `writeBytes`.
 void save(const QString &path, const UnitPart &part, const QDateTime &saved = QDateTime::currentDateTimeUtc());
 
+/// The same in a folder that is made if it is not there. Returns why it could not be; empty when it was.
+QString trySaving(const QString &path, const UnitPart &part, const QDateTime &saved = QDateTime::currentDateTimeUtc());
+
 /// As `fromJson`; the error names the file, too.
 UnitPart load(const QString &path, const UnitContent &base = {});
 

@@ -73,9 +73,8 @@ void Change::tell(int written, const std::vector<Difference> &remaining) const
     for (const Difference &difference : planned)
         arguments.dryRun ? console.show(lineOf(difference)) : console.report(lineOf(difference));
     if (arguments.dryRun) return;
-    for (const Difference &difference : remaining)
-        console.report(
-            QStringLiteral("DIFFERS STILL: %1: %2, not %3").arg(difference.place, difference.from, difference.to));
+    for (const QString &line : remainingLines(remaining))
+        console.report(QStringLiteral("DIFFERS STILL: ") + line);
 }
 
 void cli::requireAnswer(const Arguments &arguments)

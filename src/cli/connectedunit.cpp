@@ -10,8 +10,7 @@ using namespace cli;
 
 namespace {
 
-// As the editor's.
-constexpr unsigned int probeTimeout = 1000, workingTimeout = 2000, searchPause = 400;  // ms
+constexpr Timeouts timeouts;
 
 QString search(const Arguments &arguments)
 {
@@ -19,7 +18,7 @@ QString search(const Arguments &arguments)
     if (!arguments.port.isEmpty()) ports = [&] { return QStringList(arguments.port); };
     const QDeadlineTimer deadline(1000LL * arguments.wait);
     const auto stop = [&] { return interrupt::caughtSignal() != 0 || deadline.hasExpired(); };
-    if (const auto location = findUnit(ports, stop, probeTimeout, searchPause)) return *location;
+    if (const auto location = findUnit(ports, stop, timeouts.probe, timeouts.searchPause)) return *location;
     interrupt::check();
     throw Failure{noUnit, arguments.port.isEmpty() ? QStringLiteral("No unit was found")
                                                    : QStringLiteral("No unit answers on %1").arg(arguments.port)};
@@ -29,7 +28,7 @@ QString search(const Arguments &arguments)
 
 ConnectedUnit::ConnectedUnit(const Arguments &arguments, Console &owner)
     : console(owner), location(search(arguments)),
-      unit(std::make_unique<KORA>(std::make_shared<Connection>(location, workingTimeout)))
+      unit(std::make_unique<KORA>(std::make_shared<Connection>(location, timeouts.working)))
 {}
 
 Transfer ConnectedUnit::transfer(const char *what)

@@ -3,6 +3,7 @@
 #include "cli/commands.h"
 #include "cli/failure.h"
 #include "cli/interrupt.h"
+#include "model/arrangement.h"
 #include "protocol/failure.h"
 
 #include <algorithm>
@@ -17,23 +18,16 @@ const std::set<RecordId> &recordsToRead(const Arguments &arguments, const std::s
     return arguments.noSafetyCopy || arguments.dryRun ? records : allRecords();
 }
 
+RecordId recordOf(const Slot &slot)
+{
+    using Kind = RecordId::Kind;
+    return slot.preset ? RecordId{Kind::Preset, slot.bank, *slot.preset} : RecordId{Kind::Bank, slot.bank};
+}
+
 /// The records of a bank, or of one preset.
 std::set<RecordId> recordsOf(const Slot &slot)
 {
-    if (slot.preset) return {{RecordId::Kind::Preset, slot.bank, *slot.preset}};
-    return recordsOfBank(slot.bank);
-}
-
-void copy(UnitContent &target, const UnitContent &source, const Slot &from, const Slot &to)
-{
-    const auto fromBank = static_cast<std::size_t>(from.bank), toBank = static_cast<std::size_t>(to.bank);
-    if (from.preset) {
-        target.presets[toBank][static_cast<std::size_t>(*to.preset)] =
-            source.presets[fromBank][static_cast<std::size_t>(*from.preset)];
-        return;
-    }
-    target.banks[toBank] = source.banks[fromBank];
-    target.presets[toBank] = source.presets[fromBank];
+    return slot.preset ? std::set<RecordId>{recordOf(slot)} : recordsOfBank(slot.bank);
 }
 
 /// Uploads an image and counts the chunks that the unit takes; what it failed with, or nothing.
@@ -75,13 +69,12 @@ int cli::copyOrSwap(const Arguments &arguments, Console &console)
 {
     const Slot first = parseSlot(arguments.operands[0]), second = parseSlot(arguments.operands[1]);
     const bool isSwap = arguments.command == Command::Swap;
-    std::set<RecordId> both = recordsOf(first);
-    both.merge(recordsOf(second));
+    const Arrangement arrangement =
+        isSwap ? arrange::swap(recordsOf(first), recordOf(second)) : arrange::copy(recordsOf(first), recordOf(second));
     ConnectedUnit unit(arguments, console);
-    UnitPart present = unit.read(both);
+    UnitPart present = unit.read(arrangement.records);
     UnitContent wanted = present.content;
-    copy(wanted, present.content, first, second);
-    if (isSwap) copy(wanted, present.content, second, first);
+    arrangement.alter(wanted);
     if (!isSwap) present.records = recordsOf(second);  // the safety copy is of what is written over
     const std::set<RecordId> written = present.records;
     return Change(arguments, console, unit, std::move(present)).make(wanted, written);

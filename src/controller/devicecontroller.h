@@ -1,8 +1,8 @@
 #pragma once
 
 #include "controller/metatypes.h"
+#include "controller/unitsearch.h"
 #include "device/transfer.h"
-#include "link/portlister.h"
 #include "model/arrangement.h"
 #include "model/datafromdevice.h"
 
@@ -11,6 +11,7 @@
 #include <QStringList>
 
 #include <atomic>
+#include <functional>
 #include <map>
 #include <memory>
 #include <vector>
@@ -53,13 +54,7 @@ class DeviceController : public QObject
     Q_OBJECT
 
 public:
-    /// Milliseconds; shorter ones are for tests.
-    struct Timeouts
-    {
-        unsigned int probe = 1000;
-        unsigned int working = 2000;
-        unsigned int searchPause = 400;  ///< between two passes over the ports
-    };
+    using Timeouts = ::Timeouts;
 
     /// `listPorts` names the ports to try, on the thread of the search; an empty one stands for the system's.
     explicit DeviceController(PortLister listPorts = systemPortLocations, QObject *parent = nullptr);
@@ -78,9 +73,14 @@ public:
     void skipReads() { isSkippingReads = true; }
 
 signals:
+    /// A unit was found. The model holds its identity, if that could be read, and is empty otherwise. It lives until
+    /// `releaseSuperseded` is told of a newer one.
     void found(DataFromDevice *data);
+    /// Something was asked for without a unit.
     void deviceNotConnected();
+    /// Why a request has failed: the unit's own text, or what happened to the exchange.
     void error(const QString &message);
+    // What was read, or changed as the unit has taken it. A name comes with the signal, all else stands in the model.
     void gotBankName(const QString &name);
     void gotPresetName(const QString &name, int preset);
     void gotFootswitchFunction(FootswitchType function, int preset);
@@ -90,6 +90,7 @@ signals:
     void gotMidiIn();
     void gotExpressionPedal();
     void gotSwitchOut();
+    /// The unit has taken a firmware image and starts anew.
     void updateComplete();
     void updateFailed();
     /// Emitted during an upload whenever the percentage, 0 to 100, has grown.
@@ -109,6 +110,7 @@ public slots:
     /// Probes every port until one answers, then opens it, reads the unit's identity into a new model and emits
     /// `found`. Returns without a signal when the thread is asked to stop.
     void searchDevice();
+    /// Reads the unit's identity into the model; no signal announces it.
     void getDeviceInfo();
     /// Lets the port go.
     void closeDevice();
@@ -125,6 +127,7 @@ public slots:
     void getMidiIn();
     void getExpressionPedal();
     void getSwitchOut();
+    /// Nothing to read: a preset's pedal assignment comes with its preset.
     void getExpressionPedalData();
 
     /// Reads those of the records that have not been read yet, with the port held open, and announces all of them.
@@ -203,14 +206,20 @@ public slots:
     void makeStep(const StepOrder &order);
 
 private:
-    void report(const QString &message);
+    static constexpr const char *noUnit = "No unit is connected";
+
+    /// Emits `error` and keeps the message for `takeFailure`.
+    void tellFailure(const QString &message);
+    /// Returns whether there is a unit; tells when there is none.
+    bool requireUnit();
     /// Runs one request: only with a unit, its failures turned into signals.
-    template <typename Work>
-    void attempt(Work work);
+    void attempt(const std::function<void()> &work);
     /// Reads one record into its slot and announces it.
     template <typename Record>
     void read(Snapshot<Record> DataFromDevice::*slot, std::unique_ptr<Record> (KORA::*operation)(),
               void (DeviceController::*announce)());
+
+    // devicecontroller_changes.cpp
     /// Lets `alter` work on a copy of the stored record, and stores and tells the copy if it returns: it sets the new
     /// value and sends the change. Returns whether there was a record; `address` is the record's on the unit.
     template <typename Record, typename Alter, typename... Address>
@@ -228,8 +237,9 @@ private:
     void changeOfMidiDevice(int number, Value value);
     template <auto Member, typename Value>
     void changeGlobal(Value value);
-    template <typename Record, std::size_t... Row>
-    void changeRow(int row, int value, std::index_sequence<Row...> rows);
+    /// The value of a row of a global record.
+    template <typename Record>
+    void changeRow(int row, int value);
 
     // devicecontroller_transfer.cpp
     /// What a transfer wrote: what the unit held before, what was wanted, and the record whose last answer was lost.
@@ -240,8 +250,15 @@ private:
         std::optional<RecordId> unclear;
     };
     Transfer::Watch transferWatch();
+    /// Runs a transfer, if there is a unit, and notes how it ended.
+    void conduct(TransferEnd &end, const std::function<Transfer::Outcome()> &work);
+    /// Tells of a transfer that has lost the unit; other failures are told by the signal that ends it.
+    void tellLoss(const TransferEnd &end);
     /// Reads records, or writes what is wanted.
     void transfer(const UnitPart &present, const std::set<RecordId> &records, const UnitContent *wanted);
+    /// Reads records into `part`, lets `compose` make of what they hold what is wanted, and writes that.
+    Transfer::Outcome remake(UnitPart &part, const std::set<RecordId> &records,
+                             const std::function<UnitContent(const UnitPart &present)> &compose);
     /// Stores and announces what is known of these records, and tells what was written.
     void publish(const UnitPart &part, const std::set<RecordId> &records, const Written *written = nullptr);
 
@@ -252,9 +269,6 @@ private:
     /// The preset before and after a change, as a unit that merges lists holds it.
     RecordChange::Versions mergedVersions(const RecordId &id, const Shared<PresetData> &before,
                                           const Shared<PresetData> &after);
-    /// Reads records into `part`, lets `compose` make of what they hold what is wanted, and writes that.
-    Transfer::Outcome remake(UnitPart &part, const std::set<RecordId> &records,
-                             const std::function<UnitContent(const UnitPart &present)> &compose);
     /// What a unit with this content is to hold after a step.
     UnitContent composeStep(const StepOrder &order, const UnitContent &present, StepReport &report);
     /// Learns from a preset that was read how the unit handles lists.

@@ -37,18 +37,15 @@ void DeviceController::makeStep(const StepOrder &order)
     std::set<RecordId> records;
     for (const RecordChange &change : order)
         records.insert(change.id);
-    if (device) {
+    conduct(report, [&] {
         UnitPart part;
-        const Transfer::Outcome outcome =
-            remake(part, records, [&](const UnitPart &present) { return composeStep(order, present.content, report); });
-        report.stopped = outcome.stopped;
-        if (outcome.failure) report.failure = QString::fromStdString(*outcome.failure);
+        const auto compose = [&](const UnitPart &present) { return composeStep(order, present.content, report); };
+        Transfer::Outcome outcome = remake(part, records, compose);
         publish(part, records);
-    } else {
-        report.failure = QStringLiteral("No unit is connected");
-    }
+        return outcome;
+    });
     emit stepMade(report);
-    if (!report.failure.isEmpty()) this->report(report.failure);
+    if (!report.failure.isEmpty()) tellFailure(report.failure);
 }
 
 UnitContent DeviceController::composeStep(const StepOrder &order, const UnitContent &present, StepReport &report)

@@ -20,12 +20,28 @@ Transfer::Watch DeviceController::transferWatch()
             [this] { return isStoppingTransfer || thread()->isInterruptionRequested(); }};
 }
 
+void DeviceController::conduct(TransferEnd &end, const std::function<Transfer::Outcome()> &work)
+{
+    if (!device) {
+        end.failure = QString::fromLatin1(noUnit);
+        return;
+    }
+    const Transfer::Outcome outcome = work();
+    end.stopped = outcome.stopped;
+    if (outcome.failure) end.failure = QString::fromStdString(*outcome.failure);
+}
+
+void DeviceController::tellLoss(const TransferEnd &end)
+{
+    if (end.failure == QLatin1String(receivingTimeout)) tellFailure(end.failure);
+}
+
 void DeviceController::transfer(const UnitPart &present, const std::set<RecordId> &records, const UnitContent *wanted)
 {
     TransferReport report;
     auto part = std::make_shared<UnitPart>(present);
     report.unit = part;
-    if (device) {
+    conduct(report, [&] {
         Transfer unit(*device, transferWatch());
         Transfer::Outcome outcome = wanted ? unit.readUnknown(*part, records) : unit.read(*part, records);
         Written written{*part, wanted, std::nullopt};
@@ -33,14 +49,11 @@ void DeviceController::transfer(const UnitPart &present, const std::set<RecordId
             outcome = unit.write(*part, *wanted, records);
             written.unclear = outcome.unclear;
         }
-        report.written = std::move(outcome.written);
-        report.stopped = outcome.stopped;
-        if (outcome.failure) report.failure = QString::fromStdString(*outcome.failure);
+        report.written = outcome.written;
         publish(*part, records, wanted ? &written : nullptr);
-    } else {
-        report.failure = QStringLiteral("No unit is connected");
-    }
-    if (report.failure == QLatin1String(receivingTimeout)) this->report(report.failure);  // the unit is lost
+        return outcome;
+    });
+    tellLoss(report);
     emit transferred(report);
 }
 
@@ -61,11 +74,11 @@ void DeviceController::arrange(const Arrangement &arrangement)
 {
     ArrangementReport report;
     report.words = arrangement.words;
-    if (device) {
+    conduct(report, [&] {
         const std::set<RecordId> &records = arrangement.records;
         UnitPart part, before;
         UnitContent wanted;
-        const Transfer::Outcome outcome = remake(part, records, [&](const UnitPart &present) {
+        Transfer::Outcome outcome = remake(part, records, [&](const UnitPart &present) {
             before = present;
             wanted = present.content;
             arrangement.alter(wanted);
@@ -74,14 +87,11 @@ void DeviceController::arrange(const Arrangement &arrangement)
         });
         const bool isComposed = !before.records.empty();
         if (isComposed) report.remaining = writableDifferences(part.content, wanted, records);
-        report.stopped = outcome.stopped;
-        if (outcome.failure) report.failure = QString::fromStdString(*outcome.failure);
         const Written written{before, &wanted, outcome.unclear};
         publish(part, records, isComposed ? &written : nullptr);
-    } else {
-        report.failure = QStringLiteral("No unit is connected");
-    }
-    if (report.failure == QLatin1String(receivingTimeout)) this->report(report.failure);  // the unit is lost
+        return outcome;
+    });
+    tellLoss(report);
     emit arranged(report);
 }
 

@@ -2,13 +2,15 @@
 
 #include "controller/requestqueue.h"
 
+#include <algorithm>
+
 namespace {
 
 std::vector<Difference> valuesOf(const StepOrder &changes)
 {
     std::vector<Difference> values;
     for (const RecordChange &change : changes) {
-        std::vector<Difference> some = differences(change);
+        std::vector<Difference> some = writableDifferences(change);
         values.insert(values.end(), std::make_move_iterator(some.begin()), std::make_move_iterator(some.end()));
     }
     return values;
@@ -62,7 +64,7 @@ void History::changeEnded(bool accepted)
     if (!accepted) halt();
     StepOrder changes;
     for (auto &[id, change] : std::exchange(collected, {}))
-        if (!differences(change).empty()) changes.push_back(std::move(change));
+        if (!writableDifferences(change).empty()) changes.push_back(std::move(change));
     const QString words = std::exchange(arrangement, {});
     if (!changes.empty()) add({wordsOf(changes, words), std::move(changes)});
     emit changed();

@@ -27,19 +27,12 @@ QString MyDevices::save(const MidiDevice &device) const
     UnitPart part;
     part.content.midiDevices.front() = device;
     part.records = {{RecordId::Kind::MidiDevice, 1}};
-    if (!QDir().mkpath(place)) return QStringLiteral("%1 cannot be made").arg(place);
-    try {
-        archive::save(pathFor(device.name), part);
-    } catch (const archive::Error &error) {
-        return QString::fromUtf8(error.what());
-    }
-    return QString();
+    return archive::trySaving(pathFor(device.name), part);
 }
 
 MidiDevice MyDevices::deviceIn(const UnitPart &part)
 {
     for (const RecordId &id : part.records)
-        if (id.kind == RecordId::Kind::MidiDevice)
-            return part.content.midiDevices.at(static_cast<std::size_t>(id.number) - 1);
+        if (id.kind == RecordId::Kind::MidiDevice) return recordOf<MidiDevice>(part.content, id);
     throw archive::Error("There is no MIDI device in it");
 }

@@ -28,19 +28,6 @@ void visitSlot(DataFromDevice &model, const RecordId &id, const Visit &visit)
     }
 }
 
-/// The record that `id` names, for whoever knows its type.
-template <typename Record, typename Content>
-auto &recordOf(Content &content, const RecordId &id)
-{
-    using Result = std::conditional_t<std::is_const_v<Content>, const Record, Record>;
-    return *visitRecord(content, id, []<typename Found>(Found &found) -> Result * {
-        if constexpr (std::is_same_v<std::remove_const_t<Found>, Record>)
-            return &found;
-        else
-            return nullptr;
-    });
-}
-
 /// The record as one that may be kept: `held` itself if it is the same.
 template <typename Record>
 Shared<Record> sharedOr(const Shared<Record> &held, const Record &record)

@@ -20,12 +20,8 @@ QString SafetyCopies::save(const UnitPart &part, const QDateTime &moment) const
     const auto path = [&] { return QStringLiteral("%1-%2.kora").arg(stem).arg(number, 2, 10, QLatin1Char('0')); };
     while (QFile::exists(path()))
         ++number;
-    if (!QDir().mkpath(place)) return QStringLiteral("%1 cannot be made").arg(place);
-    try {
-        archive::save(path(), part, moment.toUTC());
-    } catch (const archive::Error &error) {
-        return QString::fromUtf8(error.what());
-    }
+    const QString problem = archive::trySaving(path(), part, moment.toUTC());
+    if (!problem.isEmpty()) return problem;
     const QStringList copies = newestFirst();
     for (const QString &old : copies.mid(kept))
         QFile::remove(old);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "link/connection.h"
 #include "model/records.h"
 
 #include <string>
@@ -33,4 +34,11 @@ std::size_t answerLength(const Record &record)
     constexpr std::size_t around = 1 + longestIdentifier + 1 + 1 + 4 + 1;  // STX, FS, status, checksum, ETX
     constexpr std::size_t addressAndGroups = 2 * 4 + 3 * 2;
     return around + addressAndGroups + wireLength(record);
+}
+
+/// Whether the unit could tell the record again: it would take a name of any length.
+template <HasTable Record>
+bool isReadable(const Record &record)
+{
+    return answerLength(record) <= Connection::maxFrameLength;
 }

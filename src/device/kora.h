@@ -40,6 +40,7 @@ public:
     int getLastErrorNumber() const { return lastErrorNumber; }
     /// Exchanges so far that ended without an answer that could be read: nobody knows what the unit made of them.
     int unansweredCount() const { return unanswered; }
+    /// Does nothing: every exchange finds out by itself.
     void checkConnection() {}
 
     // Every record and every setting by its row. The address is what the operations below take as well: nothing, a

@@ -29,8 +29,7 @@ template <typename Record>
 void requireSendable(const Record &present, const Record &wanted)
 {
     if (Table<Record>::write == nullptr || present == wanted) return;
-    if (answerLength(wanted) > Connection::maxFrameLength)
-        fail("A name is too long: the unit could not be read any more");
+    if (!isReadable(wanted)) fail("A name is too long: the unit could not be read any more");
     const auto check = [](const ValuePlace &, const auto &row, const auto &held, const auto &value) {
         if constexpr (std::is_same_v<std::decay_t<decltype(value)>, std::string>)
             if (held != value && !isWritable(row, value)) fail("A name has a character that cannot be sent");

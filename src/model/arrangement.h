@@ -31,8 +31,9 @@ Arrangement clear(const std::set<RecordId> &selection);
 Arrangement paste(const UnitPart &copied, const RecordId &target, const std::set<RecordId> &cut = {});
 /// How many banks or presets of a copy find no place when it is pasted there.
 int leftOut(const std::set<RecordId> &copied, const RecordId &target);
-/// Each of the selected banks or presets changes places with one from `target` on. The two may not overlap.
+/// Each of the selected banks or presets changes places with one from `target` on. Only where `canSwap` holds.
 Arrangement swap(const std::set<RecordId> &selection, const RecordId &target);
+/// Whether they can: all of them find a place, banks with banks and presets with presets, and the two do not overlap.
 bool canSwap(const std::set<RecordId> &selection, const RecordId &target);
 /// Presets of one place stand in another, too, as they are when the turn has come.
 Arrangement copy(const std::set<RecordId> &selection, const RecordId &target);

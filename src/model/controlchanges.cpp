@@ -78,10 +78,7 @@ void setMessage(std::vector<ControlChangeData> &list, const ControlChangeData &c
     list.push_back(change);
     list = withoutRest(list);
     if (change.value == inactiveValue)
-        std::erase_if(list, [&](const ControlChangeData &record) {
-            return record.midiDeviceNumber == change.midiDeviceNumber &&
-                   record.controllerNumber == change.controllerNumber;
-        });
+        std::erase_if(list, [&](const ControlChangeData &record) { return isForSameController(record, change); });
 }
 
 bool isFiller(const ControlChangeData &record)

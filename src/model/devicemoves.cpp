@@ -162,8 +162,7 @@ QStringList arrange::collisions(const UnitContent &content, int from, int to)
     if (from == to) return found;
     for (const RecordId &id : allRecords()) {
         if (id.kind != Kind::Preset) continue;
-        const PresetData &preset =
-            content.presets.at(static_cast<std::size_t>(id.number)).at(static_cast<std::size_t>(id.preset));
+        const auto &preset = recordOf<PresetData>(content, id);
         const Messages messages = messagesOf(preset.controlChanges);
         for (const auto &message : messages) {
             const auto [device, controller] = message.first;

@@ -1,8 +1,12 @@
 #include "model/differences.h"
 
-#include <QStringList>
-
 #include <algorithm>
+
+std::vector<Difference> writable(std::vector<Difference> found)
+{
+    std::erase_if(found, [](const Difference &difference) { return !difference.writable; });
+    return found;
+}
 
 std::vector<Difference> differences(const UnitContent &from, const UnitContent &to, const std::set<RecordId> &records)
 {
@@ -15,9 +19,7 @@ std::vector<Difference> differences(const UnitContent &from, const UnitContent &
 std::vector<Difference> writableDifferences(const UnitContent &from, const UnitContent &to,
                                             const std::set<RecordId> &records)
 {
-    std::vector<Difference> found = differences(from, to, records);
-    std::erase_if(found, [](const Difference &difference) { return !difference.writable; });
-    return found;
+    return writable(differences(from, to, records));
 }
 
 void apply(const Difference &difference, UnitContent &target, const UnitContent &source)
@@ -74,10 +76,17 @@ QString partsOf(const std::vector<Difference> &differences)
 
 QString summaryOf(const std::vector<Difference> &differences)
 {
-    std::vector<Difference> written = differences;
-    std::erase_if(written, [](const Difference &difference) { return !difference.writable; });
+    const std::vector<Difference> written = writable(differences);
     if (written.empty()) return QStringLiteral("No value differs");
     return places::counted(written.size(), "value differs in ", "values differ in ") + partsOf(written);
+}
+
+QStringList remainingLines(const std::vector<Difference> &remaining)
+{
+    QStringList lines;
+    for (const Difference &difference : remaining)
+        lines << QStringLiteral("%1: %2, not %3").arg(difference.place, difference.from, difference.to);
+    return lines;
 }
 
 QString changeWords(const std::vector<Difference> &differences)

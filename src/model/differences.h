@@ -3,6 +3,8 @@
 #include "model/places.h"
 #include "model/values.h"
 
+#include <QStringList>
+
 /// One value that two contents hold differently.
 struct Difference
 {
@@ -20,6 +22,7 @@ struct Difference
 std::vector<Difference> differences(const UnitContent &from, const UnitContent &to, const std::set<RecordId> &records);
 
 /// Those of them that can be written.
+std::vector<Difference> writable(std::vector<Difference> found);
 std::vector<Difference> writableDifferences(const UnitContent &from, const UnitContent &to,
                                             const std::set<RecordId> &records);
 
@@ -41,6 +44,9 @@ void apply(const Difference &difference, UnitContent &target, const UnitContent 
 
 /// "214 values differ in 12 banks, 2 MIDI devices, global settings": the writable ones, a preset's under its bank.
 QString summaryOf(const std::vector<Difference> &differences);
+
+/// What the first content holds, not what was wanted, a line a value: "BANK 3, PRESET 4: LOOP 2: OFF, not TOGGLE".
+QStringList remainingLines(const std::vector<Difference> &remaining);
 
 /// What was changed, for people: "BANK 3, PRESET 4: LOOP 2  OFF -> TOGGLE", "3 values in BANK 3, PRESET 4", "14 values
 /// in 2 banks, MIDI in".

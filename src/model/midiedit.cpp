@@ -4,6 +4,24 @@
 
 #include <algorithm>
 
+namespace {
+
+using Values = std::map<std::uint8_t, std::uint8_t>;  // by controller
+
+/// What the preset sends to the device once the edit is made.
+Values valuesAfter(const MidiEdit &edit, const PresetData &stored)
+{
+    Values values;
+    for (const ControlChangeData &record : stored.controlChanges)
+        if (record.midiDeviceNumber == edit.device && record.value != inactiveValue)
+            values[record.controllerNumber] = record.value;
+    for (const auto &[controller, value] : edit.values)
+        values[controller] = value;
+    return values;
+}
+
+}  // namespace
+
 std::optional<std::uint8_t> MidiEdit::programFor(const PresetData &stored) const
 {
     return program == stored.programChanges.at(device - 1U) ? std::nullopt : program;
@@ -11,16 +29,10 @@ std::optional<std::uint8_t> MidiEdit::programFor(const PresetData &stored) const
 
 std::vector<ControlChangeData> MidiEdit::controlChangesFor(const PresetData &stored) const
 {
-    std::map<std::uint8_t, std::uint8_t> wanted;
+    const Values wanted = valuesAfter(*this, stored);
     std::vector<ControlChangeData> dropped;
     std::vector<ControlChangeData> others;
     std::vector<ControlChangeData> chosen;
-    for (const ControlChangeData &record : stored.controlChanges)
-        if (record.midiDeviceNumber == device && record.value != inactiveValue)
-            wanted[record.controllerNumber] = record.value;
-    for (const auto &[controller, value] : values)
-        wanted[controller] = value;
-
     const auto valueOf = [&](std::uint8_t controller) {
         const auto found = wanted.find(controller);
         return found == wanted.end() ? inactiveValue : found->second;

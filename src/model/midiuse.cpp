@@ -23,10 +23,7 @@ std::set<RecordId> usesOf(const UnitPart &part, const MidiTarget &target)
 {
     std::set<RecordId> presets;
     for (const RecordId &id : part.records)
-        if (id.kind == RecordId::Kind::Preset &&
-            sendsTo(
-                part.content.presets.at(static_cast<std::size_t>(id.number)).at(static_cast<std::size_t>(id.preset)),
-                target))
+        if (id.kind == RecordId::Kind::Preset && sendsTo(recordOf<PresetData>(part.content, id), target))
             presets.insert(id);
     return presets;
 }

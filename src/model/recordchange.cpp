@@ -25,13 +25,12 @@ void append(RecordChange &whole, const RecordChange &next)
     whole.isConfirmed = whole.isConfirmed && next.isConfirmed;
 }
 
-std::vector<Difference> differences(const RecordChange &change)
+std::vector<Difference> writableDifferences(const RecordChange &change)
 {
     std::vector<Difference> found;
     visitBoth(change.replaced.before, change.replaced.after,
               [&](const auto &held, const auto &wanted) { compare(change.id, held, wanted, found); });
-    std::erase_if(found, [](const Difference &difference) { return !difference.writable; });
-    return found;
+    return writable(std::move(found));
 }
 
 RecordChange reversed(const RecordChange &change)

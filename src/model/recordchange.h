@@ -64,6 +64,6 @@ void takeOver(const RecordId &id, Record &record, const Record &before, const Re
 /// Puts one change of a record behind another, whose outcome it may not know if the answer was lost.
 void append(RecordChange &whole, const RecordChange &next);
 /// What the change altered: only what may be written.
-std::vector<Difference> differences(const RecordChange &change);
+std::vector<Difference> writableDifferences(const RecordChange &change);
 /// The way back.
 RecordChange reversed(const RecordChange &change);

@@ -141,7 +141,7 @@ struct PresetExpressionPedal
     bool operator==(const PresetExpressionPedal &) const = default;
 
     std::uint8_t midiDeviceNumber = none;  ///< 1 to 10, or `none`
-    std::uint8_t controllerNumber = none;  ///< 1 to 20: position in that device's controller list, or `none`
+    std::uint8_t controllerNumber = none;  ///< 1 to 20: position in that device's controller list; 0 or `none`
     ExpressionPedalCharacteristic characteristic = ExpressionPedalCharacteristic::Linear;
     std::uint8_t toeUp = 0;    ///< 0 to 127
     std::uint8_t toeDown = 0;  ///< 0 to 127

@@ -63,6 +63,19 @@ decltype(auto) visitRecord(Content &content, const RecordId &id, Visit visit)
     return visit(content.presets.at(number).at(static_cast<std::size_t>(id.preset)));
 }
 
+/// The record that `id` names, for whoever knows its type.
+template <typename Record, typename Content>
+auto &recordOf(Content &content, const RecordId &id)
+{
+    using Result = std::conditional_t<std::is_const_v<Content>, const Record, Record>;
+    return *visitRecord(content, id, []<typename Found>(Found &found) -> Result * {
+        if constexpr (std::is_same_v<std::remove_const_t<Found>, Record>)
+            return &found;
+        else
+            return nullptr;
+    });
+}
+
 /// Calls `visit` with the record that `id` names in both of two contents.
 template <typename Content, typename Visit>
 void visitRecords(Content &content, const UnitContent &other, const RecordId &id, const Visit &visit)

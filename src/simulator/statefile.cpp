@@ -28,9 +28,11 @@ UnitMemory loadState(const QString &file)
 {
     UnitMemory memory{archive::load(file).content, {}};
     QFile image(firmwareFile(file));
-    if (image.open(QIODevice::ReadOnly)) {
-        const QByteArray bytes = image.readAll();
-        memory.firmware.assign(bytes.begin(), bytes.end());
-    }
+    if (!image.exists()) return memory;
+    // An image that is there must not be taken for none: the next save would remove it.
+    if (!image.open(QIODevice::ReadOnly))
+        throw std::runtime_error((image.fileName() + ": " + image.errorString()).toStdString());
+    const QByteArray bytes = image.readAll();
+    memory.firmware.assign(bytes.begin(), bytes.end());
     return memory;
 }

@@ -9,5 +9,5 @@
 
 /// Throws std::runtime_error when one of the files cannot be written.
 void saveState(const QString &file, const UnitMemory &memory);
-/// Throws std::runtime_error when FILE cannot be read or is refused.
+/// Throws std::runtime_error when one of the files cannot be read or FILE is refused.
 UnitMemory loadState(const QString &file);

@@ -9,7 +9,6 @@
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QMenu>
-#include <QMessageBox>
 #include <QPainter>
 #include <QPushButton>
 #include <QStringMatcher>
@@ -292,15 +291,6 @@ void addHeading(QMenu &menu, const QString &text)
     heading->setFont(font);
     heading->setEnabled(false);
     menu.addSeparator();
-}
-
-void showMessage(QWidget *parent, const QString &title, const QString &text)
-{
-    auto *box = new QMessageBox(QMessageBox::Critical, title, QString(), QMessageBox::Ok, parent);
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    box->setTextFormat(Qt::PlainText);
-    box->setText(text);
-    box->open();
 }
 
 }  // namespace look

@@ -70,7 +70,7 @@ void dressEdit(QLineEdit *edit);
 ComboBox *makeComboBox(QWidget *parent, const QStringList &items, const QString &background = cellColor);
 /// A box with the footswitch functions in their colours; the closed box does not follow a choice by itself.
 ComboBox *makeFunctionBox(QWidget *parent);
-/// "0" to the largest, as texts.
+/// The numbers from `first` to `last`, as texts.
 QStringList numberTexts(int first, int last);
 /// The drawing of that name. It is read once, however many widgets wear it.
 QIcon icon(const char *name);
@@ -92,8 +92,5 @@ void orderTabs(const QTableWidget *table);
 
 /// A line above a menu's entries that says what they are about.
 void addHeading(QMenu &menu, const QString &text);
-
-/// Shows plain text in a box over `parent` and goes on.
-void showMessage(QWidget *parent, const QString &title, const QString &text);
 
 }  // namespace look

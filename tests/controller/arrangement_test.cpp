@@ -1,13 +1,5 @@
-#include "controller/history.h"
-#include "controller/requestqueue.h"
-#include "link/connection.h"
+#include "controller/windowless.h"
 #include "model/presetchange.h"
-#include "simulator/unitport.h"
-#include "support/randomcontent.h"
-
-#include <QCoreApplication>
-
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -45,35 +37,18 @@ struct Plain
 };
 
 /// A user who arranges banks and presets at random.
-class Arranger : public testing::TestWithParam<MidiLists>
+class Arranger : public Windowless
 {
 protected:
-    Arranger()
+    Arranger() : Windowless(2, recordsOfBanks({0, 95, 97, 98, 99}))
     {
-        Connection::enableLog = false;
-        unit.setMidiLists(GetParam());
-        unit.alter([&](UnitMemory &memory) {
-            for (const int bank : {0, 95, 97, 98, 99})
-                for (const RecordId &id : recordsOfBank(bank))
-                    random.alter(memory, id, 1);
-            for (auto &bank : memory.presets)
-                for (PresetData &preset : bank)
-                    preset.controlChanges = merged({}, preset.controlChanges);  // what any unit may hold
-        });
-        plain = Plain(unit.memory());
         QObject::connect(&controller, &DeviceController::found, [this] { queue.found("KORA", [] {}); });
         QObject::connect(&controller, &DeviceController::arranged, [this](const ArrangementReport &report) {
             isWhole = report.failure.isEmpty() && report.remaining.empty();
         });
         controller.searchDevice();
     }
-    ~Arranger() override { Connection::enableLog = true; }
 
-    void settle()
-    {
-        while (!queue.isIdle())
-            QCoreApplication::processEvents();
-    }
     /// Whether all of it was made.
     bool make(const Arrangement &arrangement)
     {
@@ -108,11 +83,6 @@ protected:
     /// A bank near the others that have content.
     int bank() { return std::array{0, 95, 96, 97, 98, 99}.at(static_cast<std::size_t>(random.number(0, 5))); }
 
-    RandomContent random{2, RandomContent::Values::Valid};
-    UnitPort unit;
-    DeviceController controller{[this] { return QStringList{QString::fromStdString(unit.location())}; }};
-    RequestQueue queue{controller};
-    History history{controller, queue};
     Plain plain{unit.memory()};
     bool isWhole = false;
 };

@@ -1,12 +1,4 @@
-#include "controller/history.h"
-#include "controller/requestqueue.h"
-#include "link/connection.h"
-#include "simulator/unitport.h"
-#include "support/randomcontent.h"
-
-#include <QCoreApplication>
-
-#include <gtest/gtest.h>
+#include "controller/windowless.h"
 
 namespace {
 
@@ -14,21 +6,12 @@ using Unit = DeviceController;
 using Names = QVector<QString>;
 using Numbers = QVector<int>;
 
-/// A user without a window: changes some records at random, and finds the unit again when it is lost.
-class Walk : public testing::TestWithParam<MidiLists>
+/// Changes some records at random, and finds the unit again when it is lost.
+class Walk : public Windowless
 {
 protected:
-    Walk()
+    Walk() : Windowless(1, someRecords)
     {
-        Connection::enableLog = false;
-        unit.setMidiLists(GetParam());
-        unit.alter([&](UnitMemory &memory) {
-            for (const RecordId &id : someRecords)
-                random.alter(memory, id, 1);
-            for (auto *const bank : {&memory.presets[0], &memory.presets[99]})
-                for (PresetData &preset : *bank)
-                    preset.controlChanges = merged({}, preset.controlChanges);  // what any unit may hold
-        });
         controller.setTimeouts({30, 30, 1});
         QObject::connect(&controller, &Unit::found, [this](DataFromDevice *found) {
             data = found;
@@ -44,13 +27,7 @@ protected:
         controller.searchDevice();
         settle();
     }
-    ~Walk() override { Connection::enableLog = true; }
 
-    void settle()
-    {
-        while (!queue.isIdle())
-            QCoreApplication::processEvents();
-    }
     /// Spoils one of the next exchanges, now and then.
     void disturb()
     {
@@ -83,11 +60,6 @@ protected:
         }
     }
 
-    RandomContent random{1, RandomContent::Values::Valid};
-    UnitPort unit;
-    Unit controller{[this] { return QStringList{QString::fromStdString(unit.location())}; }};
-    RequestQueue queue{controller};
-    History history{controller, queue};
     DataFromDevice *data = nullptr;
     std::deque<std::optional<UnitMemory>> remembered;  // what the unit held after every tenth step or so
     QStringList stayed;

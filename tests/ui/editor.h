@@ -153,6 +153,15 @@ protected:
         entry(text).trigger();
     }
 
+    void closeWithin(int milliseconds)
+    {
+        QElapsedTimer clock;
+        clock.start();
+        window.close();
+        EXPECT_LT(clock.elapsed(), milliseconds);
+        EXPECT_FALSE(window.isVisible());
+    }
+
     // --- Waiting
 
     QString status() const { return find<QLabel>("label_deviceStatus").text(); }

@@ -117,9 +117,9 @@ std::optional<PresetChange> ChangeDialog::change() const
 
 void ChangeDialog::showCount()
 {
-    const std::optional<PresetChange> asked = change();
-    const arrange::ChangeCount counted = asked ? countOf(*asked) : arrange::ChangeCount();
-    count->setText(asked ? textOf(counted) : tr("Choose what it shall become."));
+    const std::optional<PresetChange> wanted = change();
+    const arrange::ChangeCount counted = wanted ? countOf(*wanted) : arrange::ChangeCount();
+    count->setText(wanted ? textOf(counted) : tr("Choose what it shall become."));
     enableOk(counted.values > 0);
 }
 

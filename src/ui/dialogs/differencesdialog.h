@@ -17,7 +17,7 @@ class DifferencesDialog : public FramelessDialog
 public:
     enum class Purpose { Restore, Compare };
 
-    /// `unitName` and `fileName` head the columns of the two values.
+    /// `fileName` heads the column of the values that stand against the unit's.
     DifferencesDialog(std::vector<Difference> all, Purpose purpose, const QString &fileName, QWidget *parent);
 
     /// The differences that are checked; those that cannot be written never are.

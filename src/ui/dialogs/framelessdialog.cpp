@@ -2,6 +2,7 @@
 
 #include "model/datafromdevice.h"
 #include "ui/look.h"
+#include "ui/message.h"
 
 #include <QLabel>
 #include <QMoveEvent>
@@ -58,7 +59,7 @@ void FramelessDialog::mouseReleaseEvent(QMouseEvent *) { drag.release(); }
 
 void FramelessDialog::on_pushButton_closeWindow_clicked() { reject(); }
 
-void FramelessDialog::tell(const QString &title, const QString &text) { look::showMessage(this, title, text); }
+void FramelessDialog::tell(const QString &title, const QString &text) { message::show(this, title, text); }
 
 QLabel *FramelessDialog::makeLabel(const QString &objectName, const QString &text, const QFont &font)
 {

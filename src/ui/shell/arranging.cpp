@@ -5,6 +5,8 @@
 #include "controller/requestqueue.h"
 #include "model/places.h"
 #include "ui/look.h"
+#include "ui/message.h"
+#include "ui/shell/unitfiles.h"
 
 #include <QClipboard>
 #include <QDir>
@@ -12,13 +14,11 @@
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QMenu>
-#include <QMessageBox>
 #include <QMimeData>
 
 namespace {
 
-constexpr int slowAfter = 500;       // ms
-constexpr int toldDifferences = 12;  // more would not fit a box
+constexpr int slowAfter = 500;  // ms
 
 QString mimeType() { return QStringLiteral("application/x-kora"); }
 
@@ -197,7 +197,7 @@ void Arranging::exportBanks(const std::set<int> &banks)
     const QString suggested =
         banks.size() == 1 ? QStringLiteral("bank-%1.kora").arg(*banks.begin()) : QStringLiteral("banks.kora");
     const QString path = QFileDialog::getSaveFileName(window.widget, tr("Export banks to a file"),
-                                                      QDir::home().filePath(suggested), tr("KORA files (*.kora)"));
+                                                      QDir::home().filePath(suggested), unitFileFilter());
     if (path.isEmpty()) return;
     try {
         archive::save(path, knownPart(*data, recordsOfBanks(banks)));
@@ -208,8 +208,8 @@ void Arranging::exportBanks(const std::set<int> &banks)
 
 void Arranging::importBanks(int to)
 {
-    const QString path = QFileDialog::getOpenFileName(window.widget, tr("Import banks from a file"), QDir::homePath(),
-                                                      tr("KORA files (*.kora)"));
+    const QString path =
+        QFileDialog::getOpenFileName(window.widget, tr("Import banks from a file"), QDir::homePath(), unitFileFilter());
     if (path.isEmpty()) return;
     try {
         const UnitPart part = banksIn(archive::load(path, emptyContent()));
@@ -246,29 +246,13 @@ void Arranging::arranged(const ArrangementReport &report)
         lines << tr("%1 of %2 values were changed; undo takes them back.").arg(report.values - left).arg(report.values);
     else
         lines << tr("Nothing was changed.");
-    for (const Difference &difference : report.remaining) {
-        if (lines.size() > toldDifferences) {
-            lines << QStringLiteral("...");
-            break;
-        }
-        lines << QStringLiteral("%1: %2, not %3").arg(difference.place, difference.from, difference.to);
-    }
+    lines << message::fitting(remainingLines(report.remaining));
     tell(QStringLiteral("CHANGE INCOMPLETE"), lines.join(QLatin1Char('\n')));
 }
 
 bool Arranging::asks(const QString &title, const QString &question)
 {
-    QMessageBox box(QMessageBox::Question, title, QString(), QMessageBox::Yes | QMessageBox::No, window.widget);
-    box.setTextFormat(Qt::PlainText);
-    box.setText(question);
-    box.setDefaultButton(QMessageBox::No);
-    return box.exec() == QMessageBox::Yes;
+    return message::ask(window.widget, title, question) == QMessageBox::Yes;
 }
 
-void Arranging::tell(const QString &title, const QString &text)
-{
-    QMessageBox box(QMessageBox::Critical, title, QString(), QMessageBox::Ok, window.widget);
-    box.setTextFormat(Qt::PlainText);
-    box.setText(text);
-    box.exec();
-}
+void Arranging::tell(const QString &title, const QString &text) { message::tell(window.widget, title, text); }

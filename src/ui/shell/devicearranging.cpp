@@ -5,6 +5,7 @@
 #include "model/midiuse.h"
 #include "model/places.h"
 #include "ui/look.h"
+#include "ui/message.h"
 #include "ui/shell/arranging.h"
 #include "ui/shell/unitfiles.h"
 
@@ -14,8 +15,6 @@
 #include <QMenu>
 
 namespace {
-
-constexpr int toldCollisions = 12;  // more would not fit a box
 
 std::set<RecordId> recordOf(int device) { return {{RecordId::Kind::MidiDevice, device}}; }
 
@@ -112,8 +111,8 @@ void DeviceArranging::save(int device)
 void DeviceArranging::take(int device)
 {
     QDir().mkpath(myDevices.folder());
-    const QString path = QFileDialog::getOpenFileName(window.widget, tr("Take from my devices"), myDevices.folder(),
-                                                      tr("KORA files (*.kora)"));
+    const QString path =
+        QFileDialog::getOpenFileName(window.widget, tr("Take from my devices"), myDevices.folder(), unitFileFilter());
     if (path.isEmpty()) return;
     try {
         const MidiDevice definition = MyDevices::deviceIn(archive::load(path, emptyContent()));
@@ -171,8 +170,7 @@ bool DeviceArranging::goesOnWith(const QStringList &collisions)
     if (collisions.isEmpty()) return true;
     QStringList lines{tr("%1 messages that are carried along fall on one that is sent there already, which goes:")
                           .arg(collisions.size())};
-    lines << collisions.mid(0, toldCollisions);
-    if (collisions.size() > toldCollisions) lines << QStringLiteral("...");
+    lines << message::fitting(collisions);
     lines << tr("Go on?");
     return asks(QStringLiteral("MESSAGES FALL TOGETHER"), lines.join(QLatin1Char('\n')),
                 QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
@@ -182,11 +180,7 @@ QMessageBox::StandardButton DeviceArranging::asks(const QString &title, const QS
                                                   QMessageBox::StandardButtons buttons,
                                                   QMessageBox::StandardButton usual)
 {
-    QMessageBox box(QMessageBox::Question, title, QString(), buttons, window.widget);
-    box.setTextFormat(Qt::PlainText);
-    box.setText(text);
-    box.setDefaultButton(usual);
-    return static_cast<QMessageBox::StandardButton>(box.exec());
+    return message::ask(window.widget, title, text, {buttons, usual});
 }
 
-void DeviceArranging::tell(const QString &title, const QString &text) { look::showMessage(window.widget, title, text); }
+void DeviceArranging::tell(const QString &title, const QString &text) { message::show(window.widget, title, text); }

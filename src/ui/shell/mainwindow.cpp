@@ -4,6 +4,7 @@
 #include "ui/combobox.h"
 #include "ui/library/librarywidget.h"
 #include "ui/look.h"
+#include "ui/message.h"
 #include "ui/preview/previewwidget.h"
 #include "ui/shell/arranging.h"
 #include "ui/shell/devicearranging.h"
@@ -21,7 +22,6 @@
 #include <QCoreApplication>
 #include <QLabel>
 #include <QMenu>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QTableWidget>
 
@@ -179,19 +179,16 @@ void MainWindow::deviceFound(DataFromDevice *newData)
     showHistory();
 }
 
-void MainWindow::gotError(const QString &message)
+void MainWindow::gotError(const QString &text)
 {
-    if (RequestQueue::isLoss(message)) {
+    if (RequestQueue::isLoss(text)) {
         showDisconnected();
         requests.search([this] { emit searchForDevice(); });
         return;
     }
     if (isUploading) hideBusy();
     if (isClosing) return;  // told at the end
-    QMessageBox box(QMessageBox::Critical, QStringLiteral("Error"), QString(), QMessageBox::Ok, this);
-    box.setTextFormat(Qt::PlainText);
-    box.setText(message);
-    box.exec();
+    message::tell(this, QStringLiteral("Error"), text);
 }
 
 QString MainWindow::obstacle() const
@@ -202,7 +199,7 @@ QString MainWindow::obstacle() const
 
 void MainWindow::tellUndelivered(const QStringList &changes)
 {
-    look::showMessage(this, QStringLiteral("Error"), undeliveredText(changes));
+    message::show(this, QStringLiteral("Error"), undeliveredText(changes));
 }
 
 void MainWindow::showStored()
@@ -284,6 +281,14 @@ void MainWindow::on_pushButton_previewTab_clicked()
     preview->setFocus();  // the arrow keys choose a footswitch there
 }
 
+std::size_t MainWindow::shownSubTab() const
+{
+    std::size_t shown = 0;
+    while (shown + 1 < SubTabCount && ui.subTabs[shown].table->isHidden())
+        ++shown;
+    return shown;
+}
+
 void MainWindow::showSubTab(SubTabIndex index)
 {
     for (std::size_t other = 0; other < SubTabCount; ++other) {
@@ -341,12 +346,7 @@ void MainWindow::closeEvent(QCloseEvent *event)
     workFile->leave(false);  // with what a transfer has written meanwhile
     // What the worker announced meanwhile must not open a box after the window has gone.
     QCoreApplication::removePostedEvents(this, QEvent::MetaCall);
-    if (!lost.isEmpty()) {
-        QMessageBox box(QMessageBox::Critical, QStringLiteral("Error"), QString(), QMessageBox::Ok, this);
-        box.setTextFormat(Qt::PlainText);
-        box.setText(undeliveredText(lost));
-        box.exec();
-    }
+    if (!lost.isEmpty()) message::tell(this, QStringLiteral("Error"), undeliveredText(lost));
     QMainWindow::closeEvent(event);
 }
 

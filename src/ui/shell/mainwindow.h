@@ -56,7 +56,9 @@ public:
     /// Works on this `.kora` file instead of a unit; tells why it cannot be.
     void workOn(const QString &path) { workFile->open(path); }
 
+    // Most of them lead to the slot of the controller that has the same name.
 signals:
+    /// A unit was found, and everything shows this model from now on.
     void connected(DataFromDevice *data);
     void searchForDevice();
     void getMidiDevicesData();
@@ -91,8 +93,9 @@ signals:
     void updateFirmwareSignal(const QString &path);
 
 public slots:
+    // What the controller has told
     void deviceFound(DataFromDevice *newData);
-    void gotError(const QString &message);
+    void gotError(const QString &text);
 
     void gotSettings();
     void gotMidiDevicesData();
@@ -100,6 +103,7 @@ public slots:
     void gotExpressionPedal();
     void gotSwitchOut();
 
+    /// Asks for a firmware image, makes a safety copy and uploads it.
     void updateFirmware();
     void updateComplete();
     void updateFailed();
@@ -122,9 +126,11 @@ public slots:
     void on_pushButton_menu_clicked();
     void on_pushButton_minimizeWindow_clicked();
     void on_pushButton_closeWindow_clicked();
+    /// Switches the traffic log off and on.
     void toggleLog();
     void showGuide();
 
+    // The user has chosen an item of a setting's box.
     void loopsSplitChanged(int index);
     void keyboardTypeChanged(int index);
     void clickProtectionChanged(int index);
@@ -185,6 +191,8 @@ private:
     void tellUndelivered(const QStringList &changes);
     /// Brings back what the model holds, wherever a choice was made that could not be sent.
     void showStored();
+    /// Of the presets page, also while another page covers it.
+    std::size_t shownSubTab() const;
     void showPage(PageIndex index);
     void tabButtonClicked(PageIndex index);
     void showSubTab(SubTabIndex index);
@@ -199,6 +207,10 @@ private:
 
     // mainwindow_settings.cpp: the global settings pages
     void makeSettingsPages();
+    void makeSettingsPage();
+    void makeMidiInPage();
+    void makePedalPage();
+    void makeSwitchOutPage();
     /// Adds a setting's box. Without a slot of its own a choice goes straight to the controller, as the row says.
     template <auto Member>
     ComboBox *addSetting(SettingsPage &page, const char *objectName, const QString &help,
@@ -219,6 +231,8 @@ private:
     void makeTabs();
     void connectTabs();
     void connectBanks();
+    void connectPreview();
+    void connectBankChanges();
     void connectMidi();
     /// Names of banks and presets that are edited there are changes.
     template <typename View>
@@ -251,7 +265,8 @@ private:
     /// The veil keeps the mouse away, this the keyboard.
     void setVeiled(bool veiled);
 
-    // mainwindow_transfer.cpp: backup, restore and clearing
+    // mainwindow_transfer.cpp: what reads and writes many records, and its veil
+    /// Makes the parts that do so, and fills the three submenus.
     void makeUnitFiles(QMenu &backup, QMenu &restore, QMenu &reset);
     QString unitName() const;
     /// A file of a unit that is dropped anywhere on the window is restored from; true for an event of such a drag.
@@ -285,7 +300,6 @@ private:
     EditorPlace placeOf(const Difference &value) const;
     EditorPlace placeOfBank(const Difference &value) const;
     std::pair<SubTabIndex, int> columnOfPreset(const Difference &value) const;
-    std::size_t shownSubTab() const;
     void tellStayed(const QStringList &places);
 
     QThread workerThread{this};

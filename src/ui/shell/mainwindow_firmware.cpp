@@ -1,4 +1,4 @@
-#include "ui/look.h"
+#include "ui/message.h"
 #include "ui/shell/mainwindow.h"
 #include "ui/shell/unitfiles.h"
 
@@ -6,7 +6,6 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QLabel>
-#include <QMessageBox>
 #include <QMovie>
 #include <QProgressBar>
 #include <QPushButton>
@@ -36,8 +35,8 @@ void MainWindow::updateFirmware()
     if (path.isEmpty() || !confirmsEmptyImage(path)) return;
     // Meanwhile the unit may have gone and another one come.
     if (!isConnected() || data != chosenFor) {
-        look::showMessage(this, QStringLiteral("Error"),
-                          tr("The unit that the file was chosen for is not connected any more. Nothing was sent."));
+        message::show(this, QStringLiteral("Error"),
+                      tr("The unit that the file was chosen for is not connected any more. Nothing was sent."));
         return;
     }
     files->protect([this, path] {
@@ -50,11 +49,8 @@ bool MainWindow::confirmsEmptyImage(const QString &path)
 {
     const QFileInfo file(path);
     if (!file.isFile() || file.size() > 0) return true;
-    QMessageBox box(QMessageBox::Question, QStringLiteral("FIRMWARE UPGRADE"),
-                    tr("The file is empty: the unit would only be restarted. Go on?"),
-                    QMessageBox::Yes | QMessageBox::No, this);
-    box.setDefaultButton(QMessageBox::No);
-    return box.exec() == QMessageBox::Yes;
+    return message::ask(this, QStringLiteral("FIRMWARE UPGRADE"),
+                        tr("The file is empty: the unit would only be restarted. Go on?")) == QMessageBox::Yes;
 }
 
 void MainWindow::showBusy()
@@ -95,19 +91,16 @@ void MainWindow::setVeiled(bool veiled)
 void MainWindow::updateComplete()
 {
     if (isClosing) return;
-    QMessageBox(QMessageBox::Information, QStringLiteral("UPLOAD COMPLETE"),
-                QStringLiteral("NOW KORA WILL RESTART AND INSTALL NEW FIRMWARE.\n"
-                               "AFTER INSTALATION, PLEASE RESTART THIS PROGRAM"),
-                QMessageBox::Ok, this)
-        .exec();
+    message::tell(this, QStringLiteral("UPLOAD COMPLETE"),
+                  QStringLiteral("NOW KORA WILL RESTART AND INSTALL NEW FIRMWARE.\n"
+                                 "AFTER INSTALATION, PLEASE RESTART THIS PROGRAM"),
+                  QMessageBox::Information);
     hideBusy();
 }
 
 void MainWindow::updateFailed()
 {
     if (isClosing) return;
-    QMessageBox(QMessageBox::Critical, QStringLiteral("UPLOAD FAILED"), QStringLiteral("FIRMWARE UPLOAD FAILED"),
-                QMessageBox::Ok, this)
-        .exec();
+    message::tell(this, QStringLiteral("UPLOAD FAILED"), QStringLiteral("FIRMWARE UPLOAD FAILED"));
     hideBusy();
 }

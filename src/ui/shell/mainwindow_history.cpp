@@ -1,7 +1,7 @@
 #include "ui/combobox.h"
 #include "ui/dialogs/historydialog.h"
 #include "ui/highlight.h"
-#include "ui/look.h"
+#include "ui/message.h"
 #include "ui/namebutton.h"
 #include "ui/shell/mainwindow.h"
 #include "ui/tables/banktable.h"
@@ -18,7 +18,6 @@
 namespace {
 
 constexpr int veiledRecords = 12;  // a step that alters more than a bank takes a while
-constexpr int toldPlaces = 12;     // more would not fit a box
 
 // Where the bank tables have their columns
 constexpr int functionColumn = 2;
@@ -149,12 +148,10 @@ void MainWindow::openHistory()
 void MainWindow::tellStayed(const QStringList &places)
 {
     if (isClosing) return;
-    QStringList lines = places.mid(0, toldPlaces);
-    if (places.size() > toldPlaces) lines << QStringLiteral("...");
-    look::showMessage(this, QStringLiteral("CHANGED MEANWHILE"),
-                      tr("%1\n%2 been changed meanwhile and %3.")
-                          .arg(lines.join(QLatin1Char('\n')), places.size() == 1 ? tr("has") : tr("have"),
-                               places.size() == 1 ? tr("stays") : tr("stay")));
+    message::show(this, QStringLiteral("CHANGED MEANWHILE"),
+                  tr("%1\n%2 been changed meanwhile and %3.")
+                      .arg(message::fitting(places).join(QLatin1Char('\n')),
+                           places.size() == 1 ? tr("has") : tr("have"), places.size() == 1 ? tr("stays") : tr("stay")));
 }
 
 // --- Where it happened

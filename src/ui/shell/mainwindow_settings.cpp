@@ -27,6 +27,14 @@ ComboBox *MainWindow::addSetting(SettingsPage &page, const char *objectName, con
 
 void MainWindow::makeSettingsPages()
 {
+    makeSettingsPage();
+    makeMidiInPage();
+    makePedalPage();
+    makeSwitchOutPage();
+}
+
+void MainWindow::makeSettingsPage()
+{
     using Window = MainWindow;
     SettingsPage settings(ui.page(SettingsPageIndex), 5);
     addSetting<&Settings::loopsSplit>(settings, "comboBox_loopsSplit",
@@ -58,7 +66,11 @@ void MainWindow::makeSettingsPages()
                                    &Window::wahPad1Changed);
     addSetting<&Settings::wahPad2>(settings, "comboBox_wahPad2", tr("The loop that wah pad 2 switches."),
                                    &Window::wahPad2Changed);
+}
 
+void MainWindow::makeMidiInPage()
+{
+    using Window = MainWindow;
     SettingsPage midiIn(ui.page(MidiInPageIndex), 5);
     addSetting<&MidiInData::channel>(midiIn, "comboBox_channel",
                                      tr("The MIDI channel on which the unit listens; INACTIVE listens on none."),
@@ -71,7 +83,11 @@ void MainWindow::makeSettingsPages()
         midiIn, "comboBox_CCFunction",
         tr("What a control change that comes in does: its number chooses the bank, its value the preset."),
         &Window::ccFunctionChanged);
+}
 
+void MainWindow::makePedalPage()
+{
+    using Window = MainWindow;
     using Pedal = ExpressionPedalData;
     SettingsPage pedal(ui.page(ExpressionPedalPageIndex), 5);
     addSetting<&Pedal::period>(pedal, "comboBox_period",
@@ -105,7 +121,11 @@ void MainWindow::makeSettingsPages()
         list->setItems(withInactive({}));
     for (ComboBox *const box : {calibrationUp, calibrationDown, onTheFly})
         box->setEnabled(false);
+}
 
+void MainWindow::makeSwitchOutPage()
+{
+    using Window = MainWindow;
     SettingsPage switchOut(ui.page(SwitchOutPageIndex), 3);
     constexpr SettingSlot switchOutSlots[] = {&Window::switchOut1Changed, &Window::switchOut2Changed,
                                               &Window::switchOut3Changed, &Window::switchOut4Changed,

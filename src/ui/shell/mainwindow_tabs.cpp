@@ -21,12 +21,13 @@ namespace {
 
 using Unit = DeviceController;
 
-/// What a change of a bank or a preset is about: the last arguments of its signal are an address.
+/// What a change of a bank is about: its signal begins with the bank.
 auto ofBank(const char *what)
 {
     return [what](int bank, auto...) { return places::bank(bank) + QStringLiteral(": ") + QLatin1String(what); };
 }
 
+/// What a change of a MIDI device is about: its signal ends with the device.
 auto ofMidiDevice(const char *what)
 {
     return [what](auto, int number) { return places::midiDevice(number) + QStringLiteral(": ") + QLatin1String(what); };
@@ -63,36 +64,44 @@ void MainWindow::connectTabs()
     connect(this, &MainWindow::connected, tabMidiDevices.get(), &TabMidiDevices::loadDataFromDevice);
     connect(this, &MainWindow::connected, preview, &PreviewWidget::loadDataFromDevice);
     connectBanks();
+    connectPreview();
+    connectBankChanges();
     connectMidi();
 }
 
 void MainWindow::connectBanks()
 {
     Unit *const unit = controller.get();
-    const auto readFailed = [this](int bank) { bankReadFailed(bank); };
-    const auto noteBank = [this](int bank) { chosenBank = bank; };
     for (std::size_t index = 0; index < bankTables.size(); ++index) {
         BankTable *const tab = bankTables[index];
         requests.connectRead(tab, &BankTable::getBankAndPresetData, &Unit::getBankAndPresetData,
-                             ui.subTabs[index].table->objectName(), readFailed);
+                             ui.subTabs[index].table->objectName(), [this](int bank) { bankReadFailed(bank); });
         connect(unit, &Unit::gotBankAndPresetData, tab, &BankTable::gotBankAndPresetData);
-        connect(tab, &BankTable::bankChosen, this, noteBank);
+        connect(tab, &BankTable::bankChosen, this, [this](int bank) { chosenBank = bank; });
         connect(tab, &BankTable::menuAsked, this,
                 [this](const RecordId &place, const QPoint &position) { arranging->showMenu(place, position); });
         connectNames(tab);
     }
     connectNames(library);
+}
+
+void MainWindow::connectPreview()
+{
+    Unit *const unit = controller.get();
     requests.connectRead(preview, &PreviewWidget::getBankAndPresetData, &Unit::getBankAndPresetData, "preview",
-                         readFailed);
+                         [this](int bank) { bankReadFailed(bank); });
     connect(unit, &Unit::gotBankAndPresetData, preview, &PreviewWidget::gotBankAndPresetData);
     connect(unit, &Unit::gotMidiDevicesData, preview, &PreviewWidget::gotMidiDevicesData);
-    connect(preview, &PreviewWidget::bankChosen, this, noteBank);
+    connect(preview, &PreviewWidget::bankChosen, this, [this](int bank) { chosenBank = bank; });
     connect(preview, &PreviewWidget::menuAsked, this, [this](const RecordId &place, const QPoint &position) {
         arranging->showMenu(place, position, preview->actions());
     });
     connect(preview, &PreviewWidget::sheetsAsked, files.get(), [this](int bank) { files->saveSheets({bank}); });
     connect(preview, &PreviewWidget::allSheetsAsked, files.get(), &UnitFiles::saveAllSheets);
+}
 
+void MainWindow::connectBankChanges()
+{
     requests.connectChange(tabFootswitchFunction.get(), &TabFootswitchFunction::changeFootswitchFunctionSignal,
                            &Unit::changeFootswitchFunction, [](FootswitchType, int bank, int preset) {
                                return presetWords(bank, preset, "FOOTSWITCH FUNCTION");

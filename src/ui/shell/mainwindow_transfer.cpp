@@ -11,7 +11,6 @@
 #include <QMovie>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QTableWidget>
 #include <QTimer>
 #include <QUrl>
 
@@ -49,14 +48,6 @@ QString MainWindow::unitName() const
     if (workFile->isOpen()) return workFile->name();
     const auto info = data ? data->deviceInfo.load() : nullptr;
     return info ? QString::fromStdString(info->firstText + ' ' + info->secondText).simplified() : QString();
-}
-
-std::size_t MainWindow::shownSubTab() const
-{
-    std::size_t shown = 0;  // also while another page covers it
-    while (shown + 1 < SubTabCount && ui.subTabs[shown].table->isHidden())
-        ++shown;
-    return shown;
 }
 
 bool MainWindow::takesFile(QEvent *event)

@@ -58,21 +58,6 @@ QTableWidget *makeTable(QWidget *parent, const char *name, const QRect &place, i
     return table;
 }
 
-/// An icon that pales while its button is disabled.
-QIcon palingIcon(const QString &path)
-{
-    QIcon icon(path);
-    const QPixmap drawing(path);
-    QPixmap pale(drawing.size());
-    pale.fill(Qt::transparent);
-    QPainter painter(&pale);
-    painter.setOpacity(0.3);
-    painter.drawPixmap(0, 0, drawing);
-    painter.end();
-    icon.addPixmap(pale, QIcon::Disabled);
-    return icon;
-}
-
 /// Text that reads from bottom to top, as an icon of this size; the text starts at `originX` on the turned ground.
 QIcon verticalText(const QString &text, const QSize &size, int originX)
 {
@@ -113,11 +98,9 @@ void MainWindowForm::makeTopBand()
 
     const auto fromRight = [this](int x, int y, int width, int height) { return QRect(x - lack, y, width, height); };
     pushButton_undo = makePlainButton(body, "pushButton_undo", fromRight(758, 30, 32, 32), look::pageColor);
-    look::makeIconButton(pushButton_undo, palingIcon(QStringLiteral(":/images/undo.png")), {20, 20},
-                         QObject::tr("Undo"));
+    look::makeIconButton(pushButton_undo, look::fadingIcon("undo"), {20, 20}, QObject::tr("Undo"));
     pushButton_redo = makePlainButton(body, "pushButton_redo", fromRight(796, 30, 32, 32), look::pageColor);
-    look::makeIconButton(pushButton_redo, palingIcon(QStringLiteral(":/images/redo.png")), {20, 20},
-                         QObject::tr("Redo"));
+    look::makeIconButton(pushButton_redo, look::fadingIcon("redo"), {20, 20}, QObject::tr("Redo"));
 
     pushButton_connection =
         makePlainButton(body, "pushButton_connection", fromRight(846, 24, 44, 44), QStringLiteral("transparent"));
@@ -178,22 +161,33 @@ void MainWindowForm::makePages()
         pages[index].button = button;
     }
     for (std::size_t index = 0; index < PageCount; ++index) {
-        const QLatin1String name(rows[index].page);
-        if (index == MidiDevicesPageIndex) {
-            pages[index].widget = makeTable(body, rows[index].page, pageArea, 0, 10);
-            body->setStyleSheet(QStringLiteral("#%1 { padding: 10px 9px; border-radius: 8; }").arg(name));
-        } else {
-            auto *widget = make<QWidget>(body, rows[index].page, pageArea);
-            widget->setAttribute(Qt::WA_StyledBackground);
-            widget->setStyleSheet(
-                QStringLiteral("#%1 { background-color: %2; border-radius: 8; }").arg(name, look::pageColor));
-            pages[index].widget = widget;
-        }
+        pages[index].widget =
+            index == MidiDevicesPageIndex ? makeDevicesPage(rows[index].page) : makePage(rows[index].page);
         pages[index].widget->setVisible(index == PresetsPageIndex);
     }
     makePresetsPage();
     page(PresetsPageIndex)->raise();
+    makeNoUnitStrip();
+}
 
+QWidget *MainWindowForm::makePage(const char *name)
+{
+    auto *widget = make<QWidget>(body, name, pageArea);
+    widget->setAttribute(Qt::WA_StyledBackground);
+    widget->setStyleSheet(
+        QStringLiteral("#%1 { background-color: %2; border-radius: 8; }").arg(QLatin1String(name), look::pageColor));
+    return widget;
+}
+
+QWidget *MainWindowForm::makeDevicesPage(const char *name)
+{
+    QTableWidget *const table = makeTable(body, name, pageArea, 0, 10);
+    body->setStyleSheet(QStringLiteral("#%1 { padding: 10px 9px; border-radius: 8; }").arg(QLatin1String(name)));
+    return table;
+}
+
+void MainWindowForm::makeNoUnitStrip()
+{
     const QRect strip(pageArea.left(), 127, pageArea.width(), 18);  // above the headers of the tables
     label_noUnit = makeLabel(body, "label_noUnit", strip, DataFromDevice::fontTabs);
     label_noUnit->setText(QStringLiteral("NO UNIT IS CONNECTED: WHAT YOU CHANGE HERE IS NOT KEPT"));

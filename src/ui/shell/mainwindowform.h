@@ -81,6 +81,10 @@ public:
 private:
     void makeTopBand();
     void makePages();
+    QWidget *makePage(const char *name);
+    /// This page is a table, as yet without rows.
+    QWidget *makeDevicesPage(const char *name);
+    void makeNoUnitStrip();
     void makePresetsPage();
     void makeBusyDisplay();
     QProgressBar *makeProgress(const char *name, const QRect &place, const QString &accessibleName);

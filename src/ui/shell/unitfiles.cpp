@@ -5,7 +5,7 @@
 #include "controller/requestqueue.h"
 #include "model/places.h"
 #include "ui/dialogs/differencesdialog.h"
-#include "ui/look.h"
+#include "ui/message.h"
 #include "ui/preview/sheets.h"
 
 #include <QAction>
@@ -13,13 +13,6 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMenu>
-#include <QMessageBox>
-
-namespace {
-
-constexpr int toldDifferences = 12;  // more would not fit a box
-
-}  // namespace
 
 QString unitFileFilter() { return QObject::tr("KORA files (*.kora)"); }
 
@@ -148,13 +141,7 @@ void UnitFiles::tellResult(const TransferReport &report, const UnitContent &want
     if (!report.failure.isEmpty()) lines << report.failure;
     if (report.stopped) lines << tr("It was stopped.");
     lines << tr("%1 of %2 values differ still:").arg(left.size()).arg(chosen.size());
-    for (const Difference &difference : left) {
-        if (lines.size() > toldDifferences) {
-            lines << QStringLiteral("...");
-            break;
-        }
-        lines << QStringLiteral("%1: %2, not %3").arg(difference.place, difference.from, difference.to);
-    }
+    lines << message::fitting(remainingLines(left));
     tell(QStringLiteral("RESTORE INCOMPLETE"), lines.join(QLatin1Char('\n')), true);
 }
 
@@ -223,12 +210,9 @@ void UnitFiles::protect(const std::function<void()> &then)
 
 bool UnitFiles::asksToGoOn(const QString &why)
 {
-    QMessageBox box(QMessageBox::Warning, QStringLiteral("SAFETY COPY"), QString(), QMessageBox::Yes | QMessageBox::No,
-                    window.widget);
-    box.setTextFormat(Qt::PlainText);
-    box.setText(tr("What the unit holds could not be saved: %1\nGo on without a safety copy?").arg(why));
-    box.setDefaultButton(QMessageBox::No);
-    return box.exec() == QMessageBox::Yes;
+    return message::ask(window.widget, QStringLiteral("SAFETY COPY"),
+                        tr("What the unit holds could not be saved: %1\nGo on without a safety copy?").arg(why), {},
+                        QMessageBox::Warning) == QMessageBox::Yes;
 }
 
 // --- Files, reading, messages
@@ -284,9 +268,5 @@ void UnitFiles::transferred(const TransferReport &report)
 
 void UnitFiles::tell(const QString &title, const QString &text, bool isError)
 {
-    QMessageBox box(isError ? QMessageBox::Critical : QMessageBox::Information, title, QString(), QMessageBox::Ok,
-                    window.widget);
-    box.setTextFormat(Qt::PlainText);
-    box.setText(text);
-    box.exec();
+    message::tell(window.widget, title, text, isError ? QMessageBox::Critical : QMessageBox::Information);
 }

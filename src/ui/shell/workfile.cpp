@@ -1,6 +1,7 @@
 #include "ui/shell/workfile.h"
 
 #include "archive/unitfile.h"
+#include "ui/message.h"
 #include "ui/shell/unitfiles.h"
 
 #include <QAction>
@@ -248,13 +249,7 @@ WorkFile::Answer WorkFile::ask(const QString &problem, Asked asked)
     return clicked == answers.end() ? Answer::Stay : clicked->second;
 }
 
-void WorkFile::tell(const QString &text)
-{
-    QMessageBox box(QMessageBox::Critical, QStringLiteral("Error"), QString(), QMessageBox::Ok, window.widget);
-    box.setTextFormat(Qt::PlainText);
-    box.setText(text);
-    box.exec();
-}
+void WorkFile::tell(const QString &text) { message::tell(window.widget, QStringLiteral("Error"), text); }
 
 QString WorkFile::pathToSave(const QString &title, const QString &suggestion)
 {

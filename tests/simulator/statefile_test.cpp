@@ -1,6 +1,7 @@
 #include "simulator/musiciancontent.h"
 #include "simulator/statefile.h"
 
+#include <QDir>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -18,5 +19,7 @@ TEST(StateFile, RestoresEverything)
         EXPECT_EQ(loadState(file), memory);
     }
     EXPECT_THROW(loadState(folder.filePath(QStringLiteral("none"))), std::runtime_error);
+    ASSERT_TRUE(QFile::remove(file + ".firmware") && QDir().mkdir(file + ".firmware"));
+    EXPECT_THROW(loadState(file), std::runtime_error) << "an image that cannot be read is not none";
     EXPECT_THROW(saveState(folder.filePath(QStringLiteral("none/state")), full), std::runtime_error);
 }
