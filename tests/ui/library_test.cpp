@@ -239,8 +239,9 @@ TEST_F(Library, TellsTheStatesOfACellApartAndOpensItsMenu)
     auto &menu = dynamic_cast<QMenu &>(*QApplication::activePopupWidget());
     for (const QAction *const action : menu.actions())
         if (!action->isSeparator()) entries << action->text();
-    EXPECT_EQ(entries.join('|'), "OPEN|RENAME|CUT|COPY|PASTE|SWAP|CLEAR|INSERT EMPTY BANK|REMOVE BANK|MOVE UP|MOVE "
-                                 "DOWN|EXPORT...|IMPORT...|SAVE SHEETS...");
+    EXPECT_EQ(entries.join('|'),
+              "OPEN|RENAME|CUT|COPY|PASTE|SWAP|CLEAR|CHANGE IN SELECTION...|INSERT EMPTY BANK|REMOVE BANK|MOVE UP|MOVE "
+              "DOWN|EXPORT...|IMPORT...|SAVE SHEETS...");
     menu.close();
 }
 
