@@ -20,7 +20,7 @@ QString SafetyCopies::save(const UnitPart &part, const QDateTime &moment) const
     const auto path = [&] { return QStringLiteral("%1-%2.kora").arg(stem).arg(number, 2, 10, QLatin1Char('0')); };
     while (QFile::exists(path()))
         ++number;
-    const QString problem = archive::trySaving(path(), part, moment.toUTC());
+    QString problem = archive::trySaving(path(), part, moment.toUTC());
     if (!problem.isEmpty()) return problem;
     const QStringList copies = newestFirst();
     for (const QString &old : copies.mid(kept))
