@@ -4,7 +4,9 @@
 #include <array>
 #include <cerrno>
 #include <cstring>
+#include <deque>
 #include <fcntl.h>
+#include <mutex>
 #include <stdlib.h>
 #include <sys/inotify.h>
 #include <system_error>
@@ -40,6 +42,15 @@ PseudoTerminal::PseudoTerminal()
     checked(::tcgetattr(slaveEnd.get(), &settings), "tcgetattr");
     ::cfmakeraw(&settings);
     checked(::tcsetattr(slaveEnd.get(), TCSANOW, &settings), "tcsetattr");
+}
+
+PseudoTerminal::~PseudoTerminal()
+{
+    static std::mutex mutex;
+    static std::deque<Descriptor> former;
+    const std::lock_guard lock(mutex);
+    former.push_back(std::move(slaveEnd));
+    if (former.size() > keptPaths) former.pop_front();
 }
 
 void PseudoTerminal::followEditor()

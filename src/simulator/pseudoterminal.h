@@ -5,12 +5,19 @@
 #include <string>
 
 /// A serial line without hardware: a pair of connected terminals. The unit reads and writes the master, the editor
-/// opens the other side by its path. Destruction hangs up.
+/// opens the other side by its path. Destruction hangs up, but the system gives the path to nobody else yet: an editor
+/// that has not noticed would find another unit there.
 class PseudoTerminal
 {
 public:
+    /// So many of a program's paths stay taken after their lines have hung up, each by one open file.
+    static constexpr std::size_t keptPaths = 8;
+
     /// Opens a new pair in raw mode; the master does not block. Throws std::system_error when there is none to be had.
     PseudoTerminal();
+    ~PseudoTerminal();
+    PseudoTerminal(const PseudoTerminal &) = delete;
+    PseudoTerminal &operator=(const PseudoTerminal &) = delete;
 
     int master() const { return masterEnd.get(); }
     /// Readable when `followEditor` has something to do.

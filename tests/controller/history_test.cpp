@@ -93,7 +93,11 @@ void Walk::editMidi(int bank, int preset)
     if (!stored || stored->controlChanges.empty()) return restore();
     auto list = stored->controlChanges;
     list.front().value = inactiveValue;
-    setMessage(list, {1, static_cast<std::uint8_t>(number(1, 9)), static_cast<std::uint8_t>(number(0, 127))});
+    // Not the one that goes: put back, it stands elsewhere in a list that is merged, and how lists are handled is
+    // unknown once the unit has come back at another port.
+    const int picked = number(1, 9);
+    const auto position = static_cast<std::uint8_t>(picked == list.front().controllerNumber ? 10 : picked);
+    setMessage(list, {1, position, static_cast<std::uint8_t>(number(0, 127))});
     list.insert(list.begin(), stored->controlChanges.front());
     list.front().value = inactiveValue;
     fillUp(list);
