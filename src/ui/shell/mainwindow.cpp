@@ -209,7 +209,7 @@ void MainWindow::showStored()
     tabMidiDevices->showStored();
     for (const SettingBox &setting : settingBoxes)
         setting.box->takeBack();
-    for (ComboBox *const box : qAsConst(switchOutBoxes))
+    for (ComboBox *const box : std::as_const(switchOutBoxes))
         box->takeBack();
 }
 
@@ -320,7 +320,7 @@ void MainWindow::showGuide()
     guideWindow.activateWindow();
 }
 
-void MainWindow::on_pushButton_menu_clicked() { menu->popup(ui.pushButton_menu->mapToGlobal({0, 29})); }
+void MainWindow::on_pushButton_menu_clicked() { menu->popup(ui.pushButton_menu->mapToGlobal(QPoint(0, 29))); }
 
 void MainWindow::on_pushButton_minimizeWindow_clicked() { setWindowState(windowState() | Qt::WindowMinimized); }
 
