@@ -119,7 +119,7 @@ template <typename Enum>
 requires std::is_enum_v<Enum>
 int read(Enum &held, const QJsonValue &value, const Range &, const Place &place)
 {
-    const int index = value.isString() ? labels<Enum>().indexOf(value.toString()) : -1;
+    const int index = value.isString() ? static_cast<int>(labels<Enum>().indexOf(value.toString())) : -1;
     const auto number = wholeNumber(value, range::any.low, range::any.high);
     if (index < 0 && !number)
         place.refuse(QStringLiteral("one of \"%1\" is expected").arg(labels<Enum>().join(QStringLiteral("\", \""))));
@@ -193,7 +193,7 @@ int read(std::vector<ControlChangeData> &list, const QJsonValue &value, const Ra
 
 QJsonValue memberOf(const QJsonObject &object, const QString &key)
 {
-    const int dot = key.indexOf('.');
+    const auto dot = key.indexOf('.');
     return dot < 0 ? object.value(key) : object.value(key.left(dot)).toObject().value(key.mid(dot + 1));
 }
 

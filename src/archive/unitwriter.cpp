@@ -62,7 +62,7 @@ void writeRows(QJsonObject &object, const Record &record)
     forEachField<Record>([&](const auto &row) {
         const QLatin1String name(row.key);
         const QJsonValue value = written(record.*row.member, row.range);
-        const int dot = name.indexOf(QLatin1Char('.'));
+        const auto dot = name.indexOf(QLatin1Char('.'));
         if (dot < 0) {
             object.insert(name, value);
             return;

@@ -30,7 +30,7 @@ int writeAll(int descriptor, const QByteArray &bytes)
 QString cli::printable(const QString &text)
 {
     QString result;
-    for (const uint code : text.toUcs4())
+    for (const char32_t code : text.toUcs4())
         result +=
             QChar::isPrint(code) ? QString::fromUcs4(&code, 1) : QStringLiteral("\\x{%1}").arg(code, 2, 16, QChar('0'));
     return result;

@@ -4,9 +4,9 @@
 #include "cli/console.h"
 #include "cli/failure.h"
 #include "cli/interrupt.h"
+#include "model/qtversions.h"
 
 #include <QCoreApplication>
-#include <QTextCodec>
 
 #include <clocale>
 #include <fcntl.h>
@@ -72,7 +72,7 @@ int cli::run(int argc, char **argv)
 {
     occupyStandardStreams();
     interrupt::install();
-    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));  // of arguments and file names
+    readArgumentsAsUtf8();
     // What Qt has to say is no line of this program.
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
     const QCoreApplication application(argc, argv);

@@ -20,7 +20,7 @@ bool showsItself(const QString &text)
 QString quoted(const QString &text, uint highest)
 {
     QString result = QStringLiteral("\"");
-    for (const uint code : text.toUcs4()) {
+    for (const char32_t code : text.toUcs4()) {
         if (code > highest || !QChar::isPrint(code)) {
             result += QStringLiteral("\\x{%1}").arg(code, 2, 16, QLatin1Char('0'));
             continue;

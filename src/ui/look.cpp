@@ -166,13 +166,13 @@ void setBackgroundLine(QWidget *widget, const QString &line)
 {
     static const QStringMatcher backgroundColor(QStringLiteral("background-color:"));
     QString style = widget->styleSheet();
-    const int found = backgroundColor.indexIn(style);
+    const auto found = backgroundColor.indexIn(style);
     if (found < 0) {
         style += '\n' + line;
     } else {
-        const int start = style.lastIndexOf('\n', found) + 1;
-        const int end = style.indexOf('\n', found);
-        const int length = (end < 0 ? style.size() : end) - start;
+        const auto start = style.lastIndexOf('\n', found) + 1;
+        const auto end = style.indexOf('\n', found);
+        const auto length = (end < 0 ? style.size() : end) - start;
         if (QStringView(style).mid(start, length) == line) return;
         style.replace(start, length, line);
     }

@@ -212,7 +212,8 @@ TEST_F(Cli, ASignalEndsItBetweenTwoExchanges)
         if (request.find("WBP") != std::string::npos && ++writes == 20) ::kill(child, SIGINT);
     });
     EXPECT_EQ(run("clear --all --yes --json"), 130);
-    const int written = object()["written"].toInt(), planned = object()["differences"].toArray().size();
+    const int written = object()["written"].toInt();
+    const int planned = static_cast<int>(object()["differences"].toArray().size());
     const QString told = QString("kora-cli: Interrupted: %1 of %2 values were written\n").arg(written).arg(planned);
     EXPECT_EQ(err, told.toStdString());
     EXPECT_EQ(differing(saved), static_cast<std::size_t>(written));
@@ -242,7 +243,7 @@ TEST_F(Cli, ATerminalIsAskedAndShownProgressButNoControlBytes)
                               "compare a.kora --json", "restore a.kora --yes", "show \x1b.kora", "info \x1b"}) {
         run(words);
         for (const QChar character : QString::fromStdString(out + err))
-            EXPECT_TRUE(character.isPrint() || character == '\n') << words << ' ' << character.unicode();
+            EXPECT_TRUE(character.isPrint() || character == '\n') << words << ' ' << int{character.unicode()};
     }
 }
 

@@ -38,7 +38,8 @@ protected:
     QString onCell(const QString &entry, const QString &table, int row, int column)
     {
         auto &widget = cell<QWidget>(table, row, column);
-        QContextMenuEvent ask(QContextMenuEvent::Mouse, widget.rect().center());
+        const QPoint center = widget.rect().center();
+        QContextMenuEvent ask(QContextMenuEvent::Mouse, center, widget.mapToGlobal(center));
         return choose(entry, [&] { QApplication::sendEvent(&widget, &ask); });
     }
     UnitContent held() const { return unit.memory(); }

@@ -102,7 +102,7 @@ TEST_P(Devices, TheListOfControllersIsReorderedAndTellsWhoUsesThem)
         EXPECT_EQ(dialog.focusWidget(), table.cellWidget(1, 1)) << "the focus goes with the controller";
         QTest::keyClicks(table.cellWidget(1, 1), "!");
         QTest::mousePress(table.cellWidget(2, 0), Qt::LeftButton);  // dragged to the top
-        QMouseEvent move(QEvent::MouseMove, {}, {}, table.cellWidget(0, 0)->mapToGlobal({5, 5}), Qt::NoButton,
+        QMouseEvent move(QEvent::MouseMove, {}, {}, table.cellWidget(0, 0)->mapToGlobal(QPoint(5, 5)), Qt::NoButton,
                          Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(table.cellWidget(2, 0), &move);
         dialog.findChild<QPushButton *>("pushButton_ok")->click();

@@ -170,7 +170,7 @@ TEST_F(Midi, DialogsLeaveNothingBehind)
         clickCell("midiDevices", 1, 4);
         requests();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        counts << QApplication::allWidgets().size();
+        counts << static_cast<int>(QApplication::allWidgets().size());
     }
     EXPECT_EQ(counts.size(), 1) << "a dialog stays until the next one takes its place";
 }

@@ -200,7 +200,7 @@ TEST_F(Window, TheMenuOffersWhatNeedsAUnitOnlyWhileThereIsOne)
                              "+COMPARE WITH FILE...|+BEFORE THE LAST RESTORE...|FACTORY RESET|+CLEAR THIS BANK...|"
                              "+CLEAR WHOLE UNIT...|WORK ON A FILE...|NEW FILE...|BACK TO THE UNIT|HELP";
     EXPECT_EQ(offered(), expected);
-    EXPECT_EQ(menu->pos(), find<QPushButton>("pushButton_menu").mapToGlobal({0, 29}));
+    EXPECT_EQ(menu->pos(), find<QPushButton>("pushButton_menu").mapToGlobal(QPoint(0, 29)));
     onDialog([](QWidget &files) { static_cast<QDialog &>(files).reject(); });
     menu->actions().front()->trigger();
     menu->close();
@@ -265,7 +265,11 @@ TEST(Dialogs, AskOnceMoreForTheirPlaceWhenTheyAreToldAnother)
 class UrlCatcher : public QTextBrowser
 {
 public:
-    void setSource(const QUrl &url) override { opened << url.toString(); }
+    QVariant loadResource(int, const QUrl &url) override
+    {
+        opened << url.toString();
+        return QString();
+    }
     QStringList opened;
 };
 

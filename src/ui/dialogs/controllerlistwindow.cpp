@@ -1,5 +1,6 @@
 #include "ui/dialogs/controllerlistwindow.h"
 
+#include "model/qtversions.h"
 #include "ui/combobox.h"
 #include "ui/controlvalue.h"
 #include "ui/nameedit.h"
@@ -131,7 +132,7 @@ void ControllerListWindow::swapRows(int row, int other)
 
 bool ControllerListWindow::eventFilter(QObject *watched, QEvent *event)
 {
-    const int label = labels.indexOf(static_cast<QPushButton *>(watched));
+    const int label = static_cast<int>(labels.indexOf(static_cast<QPushButton *>(watched)));
     if (label >= 0) drag(label, event);
     return MidiDeviceDialog::eventFilter(watched, event);
 }
@@ -141,7 +142,7 @@ void ControllerListWindow::drag(int label, QEvent *event)
     if (event->type() == QEvent::MouseButtonPress) draggedRow = label;
     if (event->type() == QEvent::MouseButtonRelease) draggedRow = -1;
     if (event->type() != QEvent::MouseMove || draggedRow < 0) return;
-    const QPoint place = table->viewport()->mapFromGlobal(static_cast<QMouseEvent *>(event)->globalPos());
+    const QPoint place = table->viewport()->mapFromGlobal(screenPlaceOf(*static_cast<QMouseEvent *>(event)));
     const int to = table->rowAt(place.y());
     while (to >= 0 && draggedRow != to) {
         const int next = draggedRow + (to > draggedRow ? 1 : -1);

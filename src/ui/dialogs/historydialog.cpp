@@ -36,7 +36,8 @@ HistoryDialog::HistoryDialog(const QStringList &steps, int position, QWidget *pa
     list->setStyleSheet(listStyle());
     list->setFont(look::pixelFont(DataFromDevice::fontTableContent));
     list->setUniformItemSizes(true);
-    for (int made = steps.size(); made >= 0; --made) {
+    const int count = static_cast<int>(steps.size());
+    for (int made = count; made >= 0; --made) {
         const QString words = made > 0 ? steps[made - 1] : tr("BEFORE ALL CHANGES");
         auto *item = new QListWidgetItem(made == position ? tr("NOW:  ") + words : words, list);
         QFont font = list->font();
@@ -44,7 +45,7 @@ HistoryDialog::HistoryDialog(const QStringList &steps, int position, QWidget *pa
         item->setFont(font);
         if (made > position) item->setForeground(QColor(look::undoneColor));
     }
-    list->setCurrentRow(steps.size() - position);
+    list->setCurrentRow(count - position);
     connect(list, &QListWidget::itemActivated, this, &HistoryDialog::on_pushButton_goTo_clicked);
 
     QPushButton *const goTo = makeButton(QStringLiteral("pushButton_goTo"), QStringLiteral("GO TO"), look::acceptColor);

@@ -25,7 +25,7 @@ QLabel *MidiDeviceDialog::makeTitle(int deviceIndex, const std::string &deviceNa
 
 QTableWidget *MidiDeviceDialog::makeTable(const QVector<look::Column> &columns, int height)
 {
-    auto *table = new QTableWidget(0, columns.size(), this);
+    auto *table = new QTableWidget(0, static_cast<int>(columns.size()), this);
     table->setObjectName(QStringLiteral("tableWidget_controllersListTable"));
     look::prepareTable(table, columns, rowHeight);
     int width = scrollBarWidth;

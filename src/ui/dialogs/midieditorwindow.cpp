@@ -10,6 +10,8 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 
+#include <utility>
+
 namespace {
 
 constexpr int noItem = -1;
@@ -105,9 +107,10 @@ QVBoxLayout *MidiEditorWindow::makeChoices(const QStringList &controllerNames, c
 QVBoxLayout *MidiEditorWindow::makeControllers(const QStringList &controllerNames, const QString &color)
 {
     QTableWidget *const table = makeTable({{"NAME", 170}, {"VALUE", 170}}, 375);
-    table->setRowCount(controllerNames.size());
+    const int count = static_cast<int>(controllerNames.size());
+    table->setRowCount(count);
     QWidget *previous = toeDownValues;
-    for (int row = 0; row < controllerNames.size(); ++row) {
+    for (int row = 0; row < count; ++row) {
         auto *name = new NameButton(table->viewport(), color);
         name->setName(controllerNames[row]);
         name->setFocusPolicy(Qt::NoFocus);
@@ -131,10 +134,10 @@ QVBoxLayout *MidiEditorWindow::makeControllers(const QStringList &controllerName
 
 void MidiEditorWindow::showValues(const std::vector<ControlChangeData> &controlChanges)
 {
-    for (ComboBox *const box : qAsConst(values))
+    for (ComboBox *const box : std::as_const(values))
         box->setCurrentIndex(inactiveIndex);
     for (const ControlChangeData &record : controlChanges) {
-        const int row = positions.indexOf(record.controllerNumber);
+        const auto row = positions.indexOf(record.controllerNumber);
         const int index = record.value == inactiveValue ? noItem : controlValueIndex(record.value);
         if (record.midiDeviceNumber == deviceNumber && row >= 0 && index >= 0) values[row]->setCurrentIndex(index);
     }
@@ -148,7 +151,7 @@ void MidiEditorWindow::showPedal(const PresetExpressionPedal &pedal)
     if (!positions.isEmpty()) {
         int row = noItem;
         if (pedal.midiDeviceNumber == deviceNumber)
-            row = hasController ? positions.indexOf(pedal.controllerNumber) : positions.size();
+            row = static_cast<int>(hasController ? positions.indexOf(pedal.controllerNumber) : positions.size());
         pedalControllers->setCurrentIndex(row);
     }
     characteristics->setCurrentIndex(hasController ? toIndex(pedal.characteristic) : noItem);

@@ -33,7 +33,7 @@ void LibraryDelegate::paint(QPainter *painter, const QStyleOptionViewItem &optio
     painter->drawRoundedRect(place, radius, radius);
     if (isSelected) {
         QColor veil(look::focusColor);
-        veil.setAlphaF(0.35);
+        veil.setAlphaF(0.35F);
         painter->setPen(Qt::NoPen);
         painter->setBrush(veil);
         painter->drawRoundedRect(place, radius, radius);

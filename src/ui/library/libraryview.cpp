@@ -1,5 +1,6 @@
 #include "ui/library/libraryview.h"
 
+#include "model/qtversions.h"
 #include "ui/library/librarydelegate.h"
 #include "ui/library/librarymodel.h"
 #include "ui/look.h"
@@ -155,7 +156,7 @@ void LibraryView::dragEnterEvent(QDragEnterEvent *event)
 
 void LibraryView::dropEvent(QDropEvent *event)
 {
-    const QModelIndex target = indexAt(event->pos());
+    const QModelIndex target = indexAt(placeOf(*event).toPoint());
     stopAutoScroll();
     setState(NoState);
     viewport()->update();

@@ -3,6 +3,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <utility>
 
 namespace preview {
 
@@ -142,7 +143,7 @@ void Panels::paintMidi()
     int lines = 0;
     for (const QString &sentence : told.midi) {
         paragraphs << brokenLines(sentence, regular(size), place.width() - indent);
-        lines += paragraphs.last().size();
+        lines += static_cast<int>(paragraphs.last().size());
     }
     if (lines > smallRoom - 1) {
         size = 11;
@@ -153,7 +154,7 @@ void Panels::paintMidi()
             paragraphs.last() = QStringList(tr("and %1 more").arg(told.midi.size() - smallRoom + 1));
     }
     place.setHeight(size + 4.5);
-    for (const QStringList &paragraph : qAsConst(paragraphs)) {
+    for (const QStringList &paragraph : std::as_const(paragraphs)) {
         disc({place.left() + 4, place.center().y()}, 3, Qt::NoPen, ink.lit);
         for (const QString &words : paragraph) {
             text(place.adjusted(indent, 0, 0, 0), words, regular(size), ink.text);

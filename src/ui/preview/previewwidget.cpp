@@ -1,5 +1,6 @@
 #include "ui/preview/previewwidget.h"
 
+#include "model/qtversions.h"
 #include "ui/look.h"
 #include "ui/namebutton.h"
 
@@ -17,6 +18,8 @@
 #include <QSaveFile>
 #include <QSvgGenerator>
 #include <QToolTip>
+
+#include <utility>
 
 namespace {
 
@@ -223,7 +226,7 @@ bool PreviewWidget::event(QEvent *event)
 {
     if (event->type() == QEvent::ToolTip) {
         const auto *const help = static_cast<QHelpEvent *>(event);
-        for (const preview::CutText &text : qAsConst(cutTexts)) {
+        for (const preview::CutText &text : std::as_const(cutTexts)) {
             const QRect place = fit().mapRect(text.place).toRect();
             if (!place.contains(help->pos())) continue;
             QToolTip::showText(help->globalPos(), plainToolTip(text.whole), this, place);
@@ -243,7 +246,7 @@ void PreviewWidget::resizeEvent(QResizeEvent *)
 
 void PreviewWidget::mousePressEvent(QMouseEvent *event)
 {
-    const std::optional<int> footswitch = footswitchAt(event->localPos());
+    const std::optional<int> footswitch = footswitchAt(placeOf(*event));
     if (footswitch && event->button() == Qt::LeftButton) return choose(*footswitch);
     QWidget::mousePressEvent(event);
 }

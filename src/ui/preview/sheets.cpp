@@ -117,7 +117,7 @@ private:
         for (int number = 0; number < presetCount; ++number)
             if (const QStringList &midi = switchOf(bank, number).midi; !midi.isEmpty()) {
                 messages[number] = preview::brokenLines(midi.join(QStringLiteral("; ")), lineFont, width - left - 14);
-                lines += messages[number].size();
+                lines += static_cast<int>(messages[number].size());
             }
         const bool fit = lines * lineHeight <= room;
         double y = preview::canvas.height() + 4;

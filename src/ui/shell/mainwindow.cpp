@@ -25,6 +25,8 @@
 #include <QPushButton>
 #include <QTableWidget>
 
+#include <utility>
+
 namespace {
 
 constexpr int slowAfter = 300;   // ms that a change may take before it is shown to be on its way
@@ -209,7 +211,7 @@ void MainWindow::showStored()
     tabMidiDevices->showStored();
     for (const SettingBox &setting : settingBoxes)
         setting.box->takeBack();
-    for (ComboBox *const box : qAsConst(switchOutBoxes))
+    for (ComboBox *const box : std::as_const(switchOutBoxes))
         box->takeBack();
 }
 
@@ -320,7 +322,7 @@ void MainWindow::showGuide()
     guideWindow.activateWindow();
 }
 
-void MainWindow::on_pushButton_menu_clicked() { menu->popup(ui.pushButton_menu->mapToGlobal({0, 29})); }
+void MainWindow::on_pushButton_menu_clicked() { menu->popup(ui.pushButton_menu->mapToGlobal(QPoint(0, 29))); }
 
 void MainWindow::on_pushButton_minimizeWindow_clicked() { setWindowState(windowState() | Qt::WindowMinimized); }
 

@@ -1,6 +1,7 @@
 #include "ui/shell/startup.h"
 
 #include "model/datafromdevice.h"
+#include "model/qtversions.h"
 #include "ui/look.h"
 #include "ui/shell/mainwindowform.h"
 
@@ -33,8 +34,7 @@ double fittingScale(const QScreen &screen)
 
 void prepareScreen()
 {
-    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
-    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    followDesktopScale();
     QApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
 }
 

@@ -8,6 +8,8 @@
 #include <QPushButton>
 #include <QTableWidget>
 
+#include <utility>
+
 namespace {
 
 constexpr int bankColumn = 0;
@@ -161,7 +163,7 @@ void BankTable::showBankNumber()
 {
     isUnreadable = false;
     enableArrows();
-    for (BankNumberEdit *const edit : qAsConst(bankNumbers))
+    for (BankNumberEdit *const edit : std::as_const(bankNumbers))
         edit->showBank(currentBank());
 }
 
@@ -185,7 +187,7 @@ void BankTable::readFailed(int bank)
         clearEditors(preset);
     }
     if (!shown.record()) {
-        for (NameEdit *const edit : qAsConst(bankNames))
+        for (NameEdit *const edit : std::as_const(bankNames))
             edit->showStored(QString());
         clearEditors(-1);
     }
@@ -224,7 +226,7 @@ void BankTable::changeBankName()
     const auto record = shown.record();
     if (!record) return;
     const QString name = QString::fromStdString(record->name);
-    for (NameEdit *const edit : qAsConst(bankNames))
+    for (NameEdit *const edit : std::as_const(bankNames))
         edit->showStored(name);
 }
 

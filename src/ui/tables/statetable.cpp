@@ -4,6 +4,8 @@
 
 #include <QTableWidget>
 
+#include <utility>
+
 namespace {
 
 constexpr int firstStateColumn = 4;
@@ -59,7 +61,7 @@ void StateTable::refreshEditors()
 void StateTable::clearEditors(int preset)
 {
     if (preset < 0) return;
-    for (ComboBox *const box : qAsConst(boxes[preset]))
+    for (ComboBox *const box : std::as_const(boxes[preset]))
         box->showStored(noItem);
 }
 

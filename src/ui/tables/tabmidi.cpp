@@ -8,6 +8,8 @@
 
 #include <QTableWidget>
 
+#include <utility>
+
 namespace {
 
 constexpr int firstDeviceColumn = 4;
@@ -55,7 +57,7 @@ void TabMidi::gotMidiDevicesData()
     for (int device = 0; device < midiDeviceCount; ++device)
         if (const auto record = shown.data()->midiDevices[static_cast<std::size_t>(device)].load()) {
             const QString name = QString::fromStdString(record->name);
-            for (NameButton *const button : qAsConst(deviceButtons[device]))
+            for (NameButton *const button : std::as_const(deviceButtons[device]))
                 button->setName(name);
         }
     toldDevices = {};
