@@ -32,8 +32,9 @@ public:
             for (; !spy->isEmpty(); spy->removeFirst()) {
                 QString event = spy->signal().left(spy->signal().indexOf('('));
                 for (const QVariant &argument : spy->first())
-                    if (argument.canConvert<QString>() || argument.canConvert<int>())
-                        event += ' ' + (argument.canConvert<QString>() ? argument : argument.toInt()).toString();
+                    if (const bool isText = argument.userType() == QMetaType::QString;
+                        isText || argument.canConvert<int>())
+                        event += ' ' + (isText ? argument.toString() : QString::number(argument.toInt()));
                 events.push_back(event.toStdString());
             }
         return events;
