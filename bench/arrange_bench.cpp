@@ -2,7 +2,7 @@
 // frames with another unit.
 
 #include "controller/devicecontroller.h"
-#include "simulator/commandframe.h"
+#include "unit/commandframe.h"
 #include "unitbench.h"
 
 namespace {

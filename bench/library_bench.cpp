@@ -4,12 +4,12 @@
 #include "comparison.h"
 #include "controller/requestqueue.h"
 #include "model/datafromdevice.h"
-#include "simulator/musiciancontent.h"
 #include "simulator/unitport.h"
 #include "ui/library/libraryview.h"
 #include "ui/library/librarywidget.h"
 #include "ui/shell/mainwindow.h"
 #include "ui/shell/startup.h"
+#include "unit/musiciancontent.h"
 
 #include <QApplication>
 #include <QLabel>

@@ -3,7 +3,7 @@
 
 #include "device/transfer.h"
 #include "model/values.h"
-#include "simulator/commandframe.h"
+#include "unit/commandframe.h"
 #include "unitbench.h"
 
 #include <cstdio>

@@ -1,7 +1,11 @@
 # Warnings for everything that is written here (generated code is silenced by its own target settings).
 add_library(kora_warnings INTERFACE)
-target_compile_options(kora_warnings INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
-                                               $<$<BOOL:${KORA_WERROR}>:-Werror>)
+if(MSVC)
+  target_compile_options(kora_warnings INTERFACE /utf-8 /W4)
+else()
+  target_compile_options(kora_warnings INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
+                                                 $<$<BOOL:${KORA_WERROR}>:-Werror>)
+endif()
 
 # kora_room(NAME SOURCES file... NEEDS target... [QT]): the static library kora_NAME of the folder src/NAME.
 # NEEDS names the rooms below it and the libraries it uses; scripts/check-includes holds the sources to that list.

@@ -1,7 +1,7 @@
 #include "protocol/slaveframe.h"
 
 #include "fuzzing.h"
-#include "simulator/bitwisecrc.h"
+#include "unit/bitwisecrc.h"
 
 // The parser of response frames, on the input as it is and on the input with a right checksum put in.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t size)

@@ -1,7 +1,7 @@
 #include "device/translator.h"
 
 #include "fuzzing.h"
-#include "simulator/commandframe.h"
+#include "unit/commandframe.h"
 
 // Every decoder, on a response with a right checksum whose data part is the input.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t size)

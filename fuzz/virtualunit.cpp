@@ -1,8 +1,8 @@
-#include "simulator/virtualunit.h"
+#include "unit/virtualunit.h"
 
 #include "fuzzing.h"
-#include "simulator/bitwisecrc.h"
-#include "simulator/musiciancontent.h"
+#include "unit/bitwisecrc.h"
+#include "unit/musiciancontent.h"
 
 namespace {
 

@@ -1,24 +1,45 @@
 #include "app/fileunit.h"
 
-#include "simulator/unitport.h"
+#include "link/innerline.h"
+#include "unit/virtualunit.h"
+
+#include <mutex>
 
 namespace {
 
 class FileUnit : public InnerUnit
 {
 public:
-    FileUnit(const UnitContent &content, std::function<void()> changed) : port(UnitMemory{content, {}})
+    FileUnit(const UnitContent &content, std::function<void()> changed)
+        : unit(UnitMemory{content, {}}), tell(std::move(changed)),
+          line([this](const QByteArray &bytes) { return answer(bytes); })
+    {}
+
+    QString location() const override { return line.location(); }
+    UnitContent content() const override
     {
-        port.onExchange([tell = std::move(changed)](const std::string &request, const std::string &) {
-            if (parseFrame(request).data.starts_with('W')) tell();
-        });
+        const std::lock_guard lock(mutex);
+        return unit.memory();
     }
 
-    QString location() const override { return QString::fromStdString(port.location()); }
-    UnitContent content() const override { return port.memory(); }
-
 private:
-    UnitPort port;
+    QByteArray answer(const QByteArray &bytes)
+    {
+        const std::lock_guard lock(mutex);
+        received += bytes.toStdString();
+        std::string answers;
+        for (std::string request = takeFrame(received); !request.empty(); request = takeFrame(received)) {
+            answers += unit.answer(request).value_or(std::string());
+            if (parseFrame(request).data.starts_with('W')) tell();
+        }
+        return QByteArray::fromStdString(answers);
+    }
+
+    mutable std::mutex mutex;  ///< guards the unit and what it has received
+    VirtualUnit unit;
+    std::string received;
+    const std::function<void()> tell;
+    const InnerLine line;  ///< hangs up before the rest goes
 };
 
 }  // namespace

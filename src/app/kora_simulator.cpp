@@ -1,4 +1,5 @@
 #include "simulator/statefile.h"
+#include "simulator/stopsignals.h"
 #include "simulator/unitport.h"
 
 #include <QCommandLineParser>
@@ -6,8 +7,6 @@
 #include <QFile>
 
 #include <algorithm>
-#include <csignal>
-#include <ctime>
 #include <filesystem>
 #include <iostream>
 #include <iterator>
@@ -127,11 +126,10 @@ void print(const std::string &request, const std::string &response)
     std::cout << std::flush;
 }
 
-/// Serves until a signal of `stops` arrives. A unit that hung up is plugged in again after two seconds.
-void serve(UnitPort &port, Link &link, const sigset_t &stops)
+/// Serves until it is told to stop. A unit that hung up is plugged in again after two seconds.
+void serve(UnitPort &port, Link &link, const StopSignals &stops)
 {
-    constexpr timespec period{2, 0};
-    while (::sigtimedwait(&stops, nullptr, &period) < 0) {
+    while (!stops.arriveWithin(std::chrono::seconds(2))) {
         if (port.location().empty()) {
             port.plugIn();
             announce(port, link);
@@ -146,13 +144,7 @@ int run(const QCommandLineParser &options)
     const auto delay = parseDelay(options.value(delayOption));
     const auto midiLists = parseMidiLists(options.value(midiListsOption));
 
-    // Blocked before the unit's thread starts, so that the signals wait for serve() alone.
-    sigset_t stops;
-    sigemptyset(&stops);
-    sigaddset(&stops, SIGINT);
-    sigaddset(&stops, SIGTERM);
-    pthread_sigmask(SIG_BLOCK, &stops, nullptr);
-
+    const StopSignals stops;  // before the unit's thread starts
     UnitPort port(QFile::exists(stateFile) ? loadState(stateFile) : musicianContent());
     Link link(options.value(linkOption).toStdString());
     queueFaults(port, faults);

@@ -1,7 +1,7 @@
 #include "app/gestures.h"
 #include "app/tour.h"
-#include "simulator/firmwareupload.h"
 #include "ui/shell/mainwindow.h"
+#include "unit/firmwareupload.h"
 
 #include <QApplication>
 #include <QComboBox>

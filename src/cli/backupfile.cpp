@@ -1,16 +1,11 @@
 #include "cli/backupfile.h"
 
 #include "archive/unitfile.h"
+#include "cli/console.h"
 #include "cli/failure.h"
 #include "cli/interrupt.h"
 
 #include <QFile>
-
-#include <algorithm>
-#include <cerrno>
-#include <cstring>
-#include <fcntl.h>
-#include <unistd.h>
 
 using namespace cli;
 
@@ -22,21 +17,16 @@ QString nameOf(const QString &path) { return path == QLatin1String("-") ? QStrin
 
 QByteArray cli::readFile(const QString &path, qint64 limit)
 {
-    // By the system's own calls: a signal ends the wait for input that does not come.
-    const bool isInput = path == QLatin1String("-");
-    const int descriptor = isInput ? STDIN_FILENO : ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
-    QByteArray bytes;
-    char piece[1 << 16];
-    ssize_t count = descriptor < 0 ? -1 : 1;
-    while (count > 0 && bytes.size() <= limit) {
-        count = ::read(descriptor, piece, sizeof piece);
-        bytes.append(piece, static_cast<int>(std::max<ssize_t>(count, 0)));
-    }
-    const int problem = errno;
-    if (descriptor >= 0 && !isInput) ::close(descriptor);
-    interrupt::check();
-    if (count < 0) throw Failure{fileFailed, nameOf(path) + ": " + std::strerror(problem)};
-    return bytes;
+    return interrupt::await([=] {
+        QFile file(path);
+        const bool isOpen =
+            path == QLatin1String("-") ? file.open(standardInput, QIODevice::ReadOnly) : file.open(QIODevice::ReadOnly);
+        QByteArray bytes;
+        for (QByteArray piece; isOpen && !(piece = file.read(limit + 1 - bytes.size())).isEmpty();)
+            bytes += piece;
+        if (file.error() != QFile::NoError) throw Failure{fileFailed, nameOf(path) + ": " + file.errorString()};
+        return bytes;
+    });
 }
 
 BackupFile::BackupFile(const QString &path) : title(nameOf(path)), json(readFile(path, archive::maxFileSize))

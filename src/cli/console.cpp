@@ -4,28 +4,50 @@
 #include "cli/failure.h"
 #include "cli/interrupt.h"
 
+#include <QFile>
+#include <QProcess>
+
 #include <cerrno>
-#include <csignal>
+#include <cstdio>
 #include <cstring>
-#include <unistd.h>
+#include <deque>
+#include <filesystem>
 
 using namespace cli;
 
 namespace {
 
-/// Writes all bytes; the `errno` of what went wrong, or 0.
-int writeAll(int descriptor, const QByteArray &bytes)
+constexpr int brokenPipe = 13;  // SIGPIPE, which not every system has
+
+/// Writes all bytes at once; the `errno` of what went wrong, or 0.
+int writeAll(std::FILE *stream, const QByteArray &bytes)
 {
-    for (qint64 written = 0; written < bytes.size();) {
-        const ssize_t count =
-            ::write(descriptor, bytes.constData() + written, static_cast<std::size_t>(bytes.size() - written));
-        if (count < 0 && errno != EINTR) return errno;
-        if (count > 0) written += count;
-    }
-    return 0;
+    const auto size = static_cast<std::size_t>(bytes.size());
+    return std::fwrite(bytes.constData(), 1, size, stream) == size && std::fflush(stream) == 0 ? 0 : errno;
 }
 
+/// As far as the file system tells: the stream of this name leads to a device that is not the null device. Where
+/// streams have no such names, none is a terminal.
+bool isTerminal(const char *stream)
+{
+    std::error_code ignored;
+    return std::filesystem::is_character_file(stream, ignored) &&
+           !std::filesystem::equivalent(stream, "/dev/null", ignored);
+}
+
+bool isErrorTerminal() { return isTerminal("/dev/stderr"); }
+
 }  // namespace
+
+void cli::occupyStandardStreams()
+{
+    // The system gives a new file the lowest descriptor that is free.
+    static std::deque<QFile> taken;
+    do
+        taken.emplace_back(QProcess::nullDevice()).open(QIODevice::ReadOnly);
+    while (taken.back().handle() >= standardInput && taken.back().handle() <= standardInput + 2);
+    taken.pop_back();
+}
 
 QString cli::printable(const QString &text)
 {
@@ -57,40 +79,42 @@ void Console::content(const QByteArray &bytes) { results += bytes; }
 
 void Console::flush()
 {
-    const int problem = writeAll(STDOUT_FILENO, results);
+    const int problem = writeAll(stdout, results);
     results.clear();
-    if (problem == EPIPE) throw Failure{signalled + SIGPIPE, {}};
+    if (problem == EPIPE) throw Failure{signalled + brokenPipe, {}};
     if (problem != 0) throw Failure{fileFailed, QStringLiteral("standard output: ") + std::strerror(problem)};
 }
 
 void Console::error(const QString &reason)
 {
-    if (!reason.isEmpty()) writeAll(STDERR_FILENO, "kora-cli: " + printable(reason).toUtf8() + '\n');
+    if (!reason.isEmpty()) writeAll(stderr, "kora-cli: " + printable(reason).toUtf8() + '\n');
 }
 
 void Console::progress(const QString &what, int done, int total)
 {
     const int percent = 100 * done / total;
-    if (quiet || percent == shownPercent || isatty(STDERR_FILENO) == 0) return;
+    if (quiet || percent == shownPercent || !isErrorTerminal()) return;
     shownPercent = percent;
-    writeAll(STDERR_FILENO, QStringLiteral("\r%1: %2 %").arg(what).arg(percent).toUtf8());
+    writeAll(stderr, QStringLiteral("\r%1: %2 %").arg(what).arg(percent).toUtf8());
 }
 
 void Console::hideProgress()
 {
-    if (shownPercent >= 0) writeAll(STDERR_FILENO, "\r" + QByteArray(40, ' ') + "\r");
+    if (shownPercent >= 0) writeAll(stderr, "\r" + QByteArray(40, ' ') + "\r");
     shownPercent = -1;
 }
 
-bool Console::canAsk() { return isatty(STDIN_FILENO) != 0 && isatty(STDERR_FILENO) != 0; }
+bool Console::canAsk() { return isTerminal("/dev/stdin") && isErrorTerminal(); }
 
 bool Console::confirms(const QString &question)
 {
-    writeAll(STDERR_FILENO, printable(question).toUtf8() + " [y/N] ");
-    char answer[256];
-    const ssize_t count = ::read(STDIN_FILENO, answer, sizeof answer);
-    if (count <= 0) writeAll(STDERR_FILENO, "\n");
-    interrupt::check();
-    const QByteArray word = QByteArray(answer, static_cast<int>(std::max<ssize_t>(count, 0))).trimmed().toLower();
+    writeAll(stderr, printable(question).toUtf8() + " [y/N] ");
+    const QByteArray answer = interrupt::await([] {
+        QFile input;
+        input.open(standardInput, QIODevice::ReadOnly | QIODevice::Unbuffered);
+        return input.readLine(256);
+    });
+    if (answer.isEmpty()) writeAll(stderr, "\n");
+    const QByteArray word = answer.trimmed().toLower();
     return word == "y" || word == "yes";
 }

@@ -6,6 +6,11 @@
 
 namespace cli {
 
+constexpr int standardInput = 0;  ///< its descriptor
+
+/// A standard stream that is closed must not become the unit's port or a file: it becomes one that ends, or fails.
+void occupyStandardStreams();
+
 /// What the program tells and asks. Results are kept until `flush`; nothing without a face (control characters, what
 /// turns the direction of writing) reaches a terminal, wherever the text is from.
 class Console

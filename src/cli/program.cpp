@@ -9,20 +9,10 @@
 #include <QCoreApplication>
 
 #include <clocale>
-#include <fcntl.h>
-#include <unistd.h>
 
 using namespace cli;
 
 namespace {
-
-/// A standard stream that is closed must not become the unit's port or a file.
-void occupyStandardStreams()
-{
-    for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
-        if (::fcntl(descriptor, F_GETFD) < 0)
-            static_cast<void>(::open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY));
-}
 
 int execute(const Arguments &arguments, Console &console)
 {

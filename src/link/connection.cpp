@@ -1,5 +1,6 @@
 #include "link/connection.h"
 
+#include "link/innerline.h"
 #include "link/trafficlog.h"
 #include "protocol/converter.h"
 #include "protocol/failure.h"
@@ -15,10 +16,11 @@ std::atomic<bool> Connection::enableLog = false;
 
 constexpr int maxSlowNoise = 64;  // bytes before a frame's start, once they have taken a timeout in all
 
-static std::shared_ptr<QSerialPort> portAt(const QString &systemLocation)
+static std::shared_ptr<QIODevice> portAt(const QString &location)
 {
+    if (auto line = InnerLine::deviceAt(location)) return line;
     auto port = std::make_shared<QSerialPort>();
-    port->setPortName(systemLocation);
+    port->setPortName(location);
     return port;
 }
 
@@ -26,17 +28,18 @@ Connection::Connection(const QSerialPortInfo &info, unsigned int milliseconds)
     : Connection(std::make_shared<QSerialPort>(info), milliseconds)
 {}
 
-Connection::Connection(const QString &systemLocation, unsigned int milliseconds)
-    : Connection(portAt(systemLocation), milliseconds)
+Connection::Connection(const QString &location, unsigned int milliseconds) : Connection(portAt(location), milliseconds)
 {}
 
-Connection::Connection(std::shared_ptr<QSerialPort> serialPort, unsigned int milliseconds)
-    : port(std::move(serialPort)), timeout(milliseconds)
+Connection::Connection(std::shared_ptr<QIODevice> device, unsigned int milliseconds)
+    : port(std::move(device)), timeout(milliseconds)
 {}
 
 Connection::~Connection() { closeConnection(); }
 
-QSerialPort &Connection::existingPort() const
+QSerialPort *Connection::serialPort() const { return qobject_cast<QSerialPort *>(port.get()); }
+
+QIODevice &Connection::existingPort() const
 {
     if (!port) fail("Buffer hasn't been initialized");
     return *port;
@@ -44,11 +47,18 @@ QSerialPort &Connection::existingPort() const
 
 void Connection::openConnection()
 {
-    QSerialPort &serial = existingPort();
-    if (!serial.open(QIODevice::ReadWrite)) fail(receivingTimeout);
-    serial.flush();
-    // An answer that came after its timeout still lies in the system's buffer; it must not pass for the next one.
-    serial.clear(QSerialPort::Input);
+    if (!existingPort().open(QIODevice::ReadWrite)) fail(receivingTimeout);
+    if (QSerialPort *const serial = serialPort()) serial->flush();
+    dropInput();
+}
+
+/// An answer that came after its timeout still lies in the system's buffer; it must not pass for the next one. False
+/// when the line has broken.
+bool Connection::dropInput()
+{
+    if (QSerialPort *const serial = serialPort()) return serial->clear(QSerialPort::Input);
+    port->readAll();
+    return true;
 }
 
 void Connection::closeConnection()
@@ -78,8 +88,8 @@ Connection::Hold::~Hold()
 void Connection::beginExchange()
 {
     if (holds > 0 && port->isOpen()) {
-        if (port->clear(QSerialPort::Input)) return;
-        closeConnection();  // the line has broken since the last exchange
+        if (dropInput()) return;
+        closeConnection();
     }
     openConnection();
 }
@@ -91,16 +101,16 @@ void Connection::endExchange()
 
 void Connection::putDataToStream(const std::vector<unsigned char> &data)
 {
-    QSerialPort &serial = existingPort();
+    QIODevice &device = existingPort();
     beginExchange();
     const std::string text = Converter::vectorToString(data);
-    serial.write(text.c_str());
+    device.write(text.c_str());
     do {
-        if (!serial.waitForBytesWritten(static_cast<int>(timeout))) {
+        if (!device.waitForBytesWritten(static_cast<int>(timeout))) {
             if (holds > 0) closeConnection();
             fail("Sending timeout");
         }
-    } while (serial.bytesToWrite() > 0);
+    } while (device.bytesToWrite() > 0);
     log(FrameDirection::Sent, text);
 }
 
@@ -116,8 +126,8 @@ Connection &Connection::operator<<(const std::string &text) { return *this << Co
 
 std::string Connection::getFrameFromStream()
 {
-    QSerialPort &serial = existingPort();
-    if (serial.bytesAvailable() == 0 && !serial.waitForReadyRead(static_cast<int>(timeout))) closeAndFail();
+    QIODevice &device = existingPort();
+    if (device.bytesAvailable() == 0 && !device.waitForReadyRead(static_cast<int>(timeout))) closeAndFail();
 
     std::string frame;
     // A device of another kind may talk without an end; a few bytes of noise may come slowly.
@@ -147,20 +157,27 @@ Connection &Connection::operator>>(std::string &frame)
 
 signed char Connection::getCharWithTimeout()
 {
-    QSerialPort &serial = existingPort();
+    QIODevice &device = existingPort();
     char byte = 0;
-    if (serial.getChar(&byte)) return static_cast<signed char>(byte);
+    if (device.getChar(&byte)) return static_cast<signed char>(byte);
     const QDeadlineTimer deadline(timeout);
-    while (!serial.getChar(&byte)) {
+    while (!device.getChar(&byte)) {
         if (deadline.hasExpired() || QThread::currentThread()->isInterruptionRequested()) closeAndFail();
-        const bool arrived = serial.waitForReadyRead(static_cast<int>(deadline.remainingTime()));
-        if (!arrived && serial.error() != QSerialPort::NoError && serial.error() != QSerialPort::TimeoutError)
-            closeAndFail();  // unplugged: waiting on would spin until the deadline
+        const bool arrived = device.waitForReadyRead(static_cast<int>(deadline.remainingTime()));
+        if (!arrived && !mayStillArrive()) closeAndFail();  // waiting on would spin until the deadline
     }
     return static_cast<signed char>(byte);
 }
 
-int Connection::getError() const { return port ? port->error() : QSerialPort::NoError; }
+/// Whether a byte that has not come in time may come later: not when the unit was unplugged, nor from within the
+/// program.
+bool Connection::mayStillArrive() const
+{
+    const int error = getError();
+    return serialPort() && (error == QSerialPort::NoError || error == QSerialPort::TimeoutError);
+}
+
+int Connection::getError() const { return serialPort() ? serialPort()->error() : QSerialPort::NoError; }
 
 void Connection::log(FrameDirection direction, const std::string &data)
 {

@@ -9,12 +9,14 @@
 #include <vector>
 
 class Frame;
+class QIODevice;
 class QSerialPort;
 class QSerialPortInfo;
 class QString;
 
-/// Moves whole frames over one serial port. An exchange is a send, which opens the port, followed by a receive, which
-/// closes it, except during a hold. A connection belongs to one thread at a time.
+/// Moves whole frames over one serial port, or over one line within the program (link/innerline.h). An exchange is a
+/// send, which opens the port, followed by a receive, which closes it, except during a hold. A connection belongs to
+/// one thread at a time.
 ///
 /// Failures are thrown by the convention of protocol/failure.h: "Buffer hasn't been initialized" without a port,
 /// "Receiving timeout", "Sending timeout".
@@ -25,10 +27,10 @@ public:
 
     /// The timeout, in milliseconds, bounds each wait for written bytes, for an answer and for the next byte of it.
     Connection(const QSerialPortInfo &info, unsigned int milliseconds);
-    /// The port at a system location such as "/dev/ttyACM0".
-    Connection(const QString &systemLocation, unsigned int milliseconds);
-    /// A port made elsewhere; null stands for no port.
-    Connection(std::shared_ptr<QSerialPort> serialPort, unsigned int milliseconds);
+    /// The port at a system location such as "/dev/ttyACM0", or the line within the program at its location.
+    Connection(const QString &location, unsigned int milliseconds);
+    /// A port or line made elsewhere; null stands for no port.
+    Connection(std::shared_ptr<QIODevice> device, unsigned int milliseconds);
     virtual ~Connection();
     Connection(const Connection &) = delete;
     Connection &operator=(const Connection &) = delete;
@@ -74,7 +76,7 @@ public:
     /// The next byte. Fails with "Receiving timeout" when it does not come in time.
     signed char getCharWithTimeout();
 
-    /// The port's `QSerialPort::SerialPortError`; 0 (no error) without a port.
+    /// The port's `QSerialPort::SerialPortError`; 0 (no error) without one.
     int getError() const;
 
     /// Writes one line to the traffic log (link/trafficlog.h) while `enableLog` is set.
@@ -87,12 +89,15 @@ public:
     static constexpr std::size_t maxFrameLength = 65535;
 
 private:
-    QSerialPort &existingPort() const;
+    QSerialPort *serialPort() const;  ///< null without a port, and for a line within the program
+    QIODevice &existingPort() const;
+    bool dropInput();
+    bool mayStillArrive() const;
     void beginExchange();
     void endExchange();
     [[noreturn]] void closeAndFail(const char *message = receivingTimeout);
 
-    std::shared_ptr<QSerialPort> port;
+    std::shared_ptr<QIODevice> port;
     std::uint32_t timeout;
     int holds = 0;
 };

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "simulator/unitmemory.h"
+#include "unit/unitmemory.h"
 
 #include <QString>
 

@@ -6,25 +6,10 @@
 #include <string_view>
 #include <utility>
 
-using namespace control;
-
 namespace {
 
 constexpr std::string_view noise = "\xFF\x1C~\x03#\x1D\x7F";
 constexpr std::string_view streamFiller = "the unit talks and talks, but no frame begins. ";
-constexpr std::size_t longestFrame = 65536;  // bytes; more than any command needs
-
-/// Takes the first whole frame off the received bytes and drops what is before it; empty while there is none.
-std::string takeFrame(std::string &bytes)
-{
-    for (std::size_t end = bytes.find(etx); end != std::string::npos; end = bytes.find(etx)) {
-        const std::string upToEnd = bytes.substr(0, end + 1);
-        bytes.erase(0, end + 1);
-        if (const std::size_t start = upToEnd.rfind(stx); start != std::string::npos) return upToEnd.substr(start);
-    }
-    if (bytes.size() > longestFrame) bytes.clear();
-    return {};
-}
 
 std::string spoiled(Fault::Kind kind, std::string response)
 {
@@ -163,7 +148,7 @@ UnitPort::Plan UnitPort::planExchange(const std::string &request)
     if (plan.fault.kind == Fault::Kind::ErrorStatus) {
         const std::string status = std::to_string(plan.fault.status);
         unit.setErrorText(plan.fault.status, plan.fault.text);
-        errorRequest = std::string("RET") + gs + 'A' + status;
+        errorRequest = std::string("RET") + control::gs + 'A' + status;
         plan.response = buildFrame(received.id, status);
     }
     return plan;

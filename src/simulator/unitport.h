@@ -1,9 +1,9 @@
 #pragma once
 
 #include "simulator/fault.h"
-#include "simulator/musiciancontent.h"
 #include "simulator/pseudoterminal.h"
-#include "simulator/virtualunit.h"
+#include "unit/musiciancontent.h"
+#include "unit/virtualunit.h"
 
 #include <chrono>
 #include <cstddef>

@@ -218,6 +218,9 @@ TEST_F(Cli, ASignalEndsItBetweenTwoExchanges)
     EXPECT_EQ(err, told.toStdString());
     EXPECT_EQ(differing(saved), static_cast<std::size_t>(written));
     EXPECT_EQ(object()["remaining"].toArray().size(), planned - written);
+    // Also while it waits for input that does not come.
+    EXPECT_EQ(run("show fifo", {}, "mkfifo fifo; \"$0\" \"$@\" & exec 3>fifo; kill $!; wait $!"), 128 + SIGTERM);
+    EXPECT_EQ(err, "kora-cli: Interrupted: nothing was written\n");
 }
 
 TEST_F(Cli, ATerminalIsAskedAndShownProgressButNoControlBytes)

@@ -2,9 +2,9 @@
 #include "device/framefactory.h"
 #include "device/translator.h"
 #include "protocol/converter.h"
-#include "simulator/commandframe.h"
 #include "support/outcome.h"
 #include "support/wire.h"
+#include "unit/commandframe.h"
 
 #include <gtest/gtest.h>
 

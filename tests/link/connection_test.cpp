@@ -1,4 +1,5 @@
 #include "link/connection.h"
+#include "link/innerline.h"
 #include "simulator/unitport.h"
 #include "support/outcome.h"
 #include "support/scriptedport.h"
@@ -101,6 +102,36 @@ TEST(Connection, GivesUpAfterOneTimeoutAndClosesThePort)
         unit.unplug();
         EXPECT_EQ(failureOn(connection), timedOut);
     }
+}
+
+TEST(Connection, FindsALineWithinTheProgramWhichAnswersAtOnceOrNotAtAll)
+{
+    QByteArray reply, received;
+    auto line = std::make_unique<InnerLine>([&](const QByteArray &bytes) {
+        received = bytes;
+        return reply;
+    });
+    const InnerLine another([](const QByteArray &) { return QByteArray(); });
+    Connection connection = connectionTo(line->location().toStdString());
+    reply = "noise\x02 answer\x03more";
+    for (const bool isHeld : {false, true}) {
+        const auto hold = isHeld ? std::make_unique<Connection::Hold>(connection) : nullptr;
+        for (int i = 0; i < 2; ++i)
+            EXPECT_EQ(answerOn(connection), "\x02 answer\x03");
+        EXPECT_EQ(received.toStdString(), identityRequest);
+    }
+    const auto waited = millisecondsOf([&] {
+        for (const char *const useless : {"", "noise", "\x02 answ"}) {
+            reply = useless;
+            EXPECT_EQ(failureOn(connection), timedOut);
+        }
+        reply = "\x02 answer\x03";
+        EXPECT_EQ(failureOn(connection), "");
+        line = nullptr;
+        EXPECT_EQ(failureOn(connection), timedOut);
+    });
+    EXPECT_LT(waited, timeout);
+    EXPECT_EQ(connection.getError(), QSerialPort::NoError);
 }
 
 TEST(Connection, EndsAtOnceWhenAskedToStopOrUnplugged)

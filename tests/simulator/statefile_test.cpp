@@ -1,5 +1,5 @@
-#include "simulator/musiciancontent.h"
 #include "simulator/statefile.h"
+#include "unit/musiciancontent.h"
 
 #include <QDir>
 #include <QTemporaryDir>

@@ -1,5 +1,5 @@
-#include "frames.h"
 #include "simulator/unitport.h"
+#include "support/frames.h"
 
 #include <algorithm>
 #include <fcntl.h>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "simulator/commandframe.h"
 #include "simulator/pseudoterminal.h"
 #include "simulator/terminalline.h"
+#include "unit/commandframe.h"
 
 #include <mutex>
 #include <thread>

@@ -1,4 +1,4 @@
-#include "simulator/unitstatus.h"
+#include "unit/unitstatus.h"
 
 #include <algorithm>
 #include <iterator>

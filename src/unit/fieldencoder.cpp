@@ -1,4 +1,4 @@
-#include "simulator/fieldencoder.h"
+#include "unit/fieldencoder.h"
 
 void FieldEncoder::text(char descriptor, std::string_view value)
 {

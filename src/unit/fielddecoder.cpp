@@ -1,4 +1,4 @@
-#include "simulator/fielddecoder.h"
+#include "unit/fielddecoder.h"
 
 #include <algorithm>
 #include <array>

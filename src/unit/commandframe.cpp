@@ -1,6 +1,6 @@
-#include "simulator/commandframe.h"
+#include "unit/commandframe.h"
 
-#include "simulator/bitwisecrc.h"
+#include "unit/bitwisecrc.h"
 
 #include <algorithm>
 #include <charconv>
@@ -11,7 +11,8 @@ using namespace control;
 namespace {
 
 constexpr std::size_t commandLength = 3;
-constexpr std::size_t tailLength = 5;  // checksum and ETX
+constexpr std::size_t tailLength = 5;        // checksum and ETX
+constexpr std::size_t longestFrame = 65536;  // bytes; more than any command needs
 
 bool isFrameId(std::string_view text)
 {
@@ -21,6 +22,17 @@ bool isFrameId(std::string_view text)
 }
 
 }  // namespace
+
+std::string takeFrame(std::string &bytes)
+{
+    for (std::size_t end = bytes.find(etx); end != std::string::npos; end = bytes.find(etx)) {
+        const std::string upToEnd = bytes.substr(0, end + 1);
+        bytes.erase(0, end + 1);
+        if (const std::size_t start = upToEnd.rfind(stx); start != std::string::npos) return upToEnd.substr(start);
+    }
+    if (bytes.size() > longestFrame) bytes.clear();
+    return {};
+}
 
 std::optional<std::vector<FieldText>> splitFields(std::string_view text, char separator)
 {

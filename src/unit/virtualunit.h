@@ -1,9 +1,9 @@
 #pragma once
 
-#include "simulator/commandframe.h"
-#include "simulator/firmwareupload.h"
-#include "simulator/midilists.h"
-#include "simulator/unitmemory.h"
+#include "unit/commandframe.h"
+#include "unit/firmwareupload.h"
+#include "unit/midilists.h"
+#include "unit/unitmemory.h"
 
 #include <chrono>
 #include <map>

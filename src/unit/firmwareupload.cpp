@@ -1,6 +1,6 @@
-#include "simulator/firmwareupload.h"
+#include "unit/firmwareupload.h"
 
-#include "simulator/bitwisecrc.h"
+#include "unit/bitwisecrc.h"
 
 #include <utility>
 

@@ -1,4 +1,4 @@
-#include "simulator/bitwisecrc.h"
+#include "unit/bitwisecrc.h"
 
 std::uint16_t bitwiseCrc(std::string_view bytes)
 {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "simulator/unitstatus.h"
+#include "unit/unitstatus.h"
 
 #include <optional>
 #include <string>
@@ -41,6 +41,9 @@ struct ReceivedFrame
     std::string data;      ///< the bytes between FS and checksum, empty when there is no FS
     Command command;
 };
+
+/// Takes the first whole frame off the received bytes and drops what is before it; empty while there is none.
+std::string takeFrame(std::string &bytes);
 
 /// Reads a frame from its STX to its ETX and accepts nothing that the frame format does not name: the identifier is a
 /// plain decimal number, the checksum has upper-case digits, no field is empty.

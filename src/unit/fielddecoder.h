@@ -1,9 +1,9 @@
 #pragma once
 
-#include "simulator/commandframe.h"
-#include "simulator/fieldencoder.h"
-#include "simulator/unitstatus.h"
-#include "simulator/valuerange.h"
+#include "unit/commandframe.h"
+#include "unit/fieldencoder.h"
+#include "unit/unitstatus.h"
+#include "unit/valuerange.h"
 
 #include <optional>
 #include <string>

@@ -1,6 +1,6 @@
-#include "frames.h"
-#include "simulator/musiciancontent.h"
-#include "simulator/virtualunit.h"
+#include "support/frames.h"
+#include "unit/musiciancontent.h"
+#include "unit/virtualunit.h"
 
 #include <gtest/gtest.h>
 #include <iterator>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "simulator/commandframe.h"
-#include "simulator/valuerange.h"
+#include "unit/commandframe.h"
+#include "unit/valuerange.h"
 
 #include <array>
 #include <string>

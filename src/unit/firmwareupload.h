@@ -1,6 +1,6 @@
 #pragma once
 
-#include "simulator/unitstatus.h"
+#include "unit/unitstatus.h"
 
 #include <cstdint>
 #include <string_view>

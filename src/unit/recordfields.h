@@ -1,9 +1,9 @@
 #pragma once
 
 #include "model/records.h"
-#include "simulator/fielddecoder.h"
-#include "simulator/fieldencoder.h"
-#include "simulator/midilists.h"
+#include "unit/fielddecoder.h"
+#include "unit/fieldencoder.h"
+#include "unit/midilists.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,6 +1,6 @@
-#include "simulator/virtualunit.h"
+#include "unit/virtualunit.h"
 
-#include "simulator/recordfields.h"
+#include "unit/recordfields.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,4 +1,4 @@
-#include "simulator/musiciancontent.h"
+#include "unit/musiciancontent.h"
 
 #include <algorithm>
 #include <string>
