@@ -11,6 +11,7 @@
 #include <QScreen>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <optional>
 #include <vector>
@@ -22,12 +23,16 @@ namespace {
 constexpr const char *scaleVariable = "QT_SCALE_FACTOR";
 std::optional<QByteArray> outerScale;  // the variable's value for other programs, while this one has its own
 
-/// How much smaller than designed the window has to be drawn for a screen; 1 where it fits.
+/// By how much the scale of a screen has to change: smaller where the window does not fit, and a little where the
+/// screen is a hair beside a plain scale. One of 96.25 dots an inch means 1; at 1.003 every edge would lie between two
+/// pixels.
 double fittingScale(const QScreen &screen)
 {
+    const double ratio = screen.devicePixelRatio(), plain = std::round(ratio * 4) / 4;
+    const double wanted = std::abs(ratio - plain) < 0.05 ? plain / ratio : 1;
     const QSizeF window = MainWindowForm::windowSize, room = screen.availableSize();
-    const double scale = std::min({1.0, room.width() / window.width(), room.height() / window.height()});
-    return std::max(scale, 1 / screen.devicePixelRatio());  // less than a pixel for a pixel cannot be drawn
+    const double scale = std::min({wanted, room.width() / window.width(), room.height() / window.height()});
+    return std::max(scale, 1 / ratio);  // less than a pixel for a pixel cannot be drawn
 }
 
 }  // namespace
@@ -43,7 +48,7 @@ void fitToScreen(int argc, char **argv)
     std::vector<char *> arguments(argv, argv + argc + 1);  // what is told to Qt is taken out of them
     const QGuiApplication probe(argc, arguments.data());   // nothing else knows the screen
     const double factor = fittingScale(*QGuiApplication::primaryScreen());
-    if (factor >= 1) return;
+    if (qFuzzyCompare(factor, 1)) return;
     outerScale = qgetenv(scaleVariable);
     const double outer = outerScale->isEmpty() ? 1 : outerScale->toDouble();
     qputenv(scaleVariable, QByteArray::number(factor * outer, 'g', 17));

@@ -11,7 +11,7 @@ namespace startup {
 /// Before the application object is made: crisp drawing on screens with a scale factor.
 void prepareScreen();
 /// The next, with the program's arguments: where the desktop's scale makes the screen too small for the window,
-/// everything is drawn smaller.
+/// everything is drawn smaller, and where it is a hair beside a quarter's multiple, at that.
 void fitToScreen(int argc, char **argv);
 /// Registers the compiled-in fonts and sets the widget style that the style sheets build upon.
 void prepareApplication();
