@@ -1,5 +1,6 @@
 #include "ui/preview/previewscene.h"
 
+#include "model/midiuse.h"
 #include "ui/look.h"
 
 #include <algorithm>
@@ -150,7 +151,7 @@ PreviewScene::Pedal pedal(const PresetExpressionPedal &assignment, bool reached,
         pedal.text = PreviewScene::tr("The pedal stays as it is");
         return pedal;
     }
-    if (assignment.midiDeviceNumber == none || assignment.controllerNumber == none) {
+    if (!drivesController(assignment)) {
         pedal.text = PreviewScene::tr("No controller is assigned");
         return pedal;
     }

@@ -2,6 +2,7 @@
 
 #include "model/qtversions.h"
 #include "ui/look.h"
+#include "ui/message.h"
 #include "ui/namebutton.h"
 
 #include <QAction>
@@ -11,7 +12,6 @@
 #include <QImage>
 #include <QKeyEvent>
 #include <QMenu>
-#include <QMessageBox>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPushButton>
@@ -326,11 +326,6 @@ bool PreviewWidget::savePicture(const QString &path)
         const bool written = svg ? writeSvg(&file, picture) : writePng(&file, picture);
         if (written && file.commit()) return true;
     }
-    auto *box = new QMessageBox(QMessageBox::Critical, tr("Error"),
-                                tr("The picture could not be saved as %1: %2").arg(path, file.errorString()),
-                                QMessageBox::Ok, this);
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    box->setTextFormat(Qt::PlainText);
-    box->open();
+    message::show(this, tr("Error"), tr("The picture could not be saved as %1: %2").arg(path, file.errorString()));
     return false;
 }
