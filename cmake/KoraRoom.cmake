@@ -7,6 +7,14 @@ else()
                                                  $<$<BOOL:${KORA_WERROR}>:-Werror>)
 endif()
 
+# kora_precompile(TARGET PRIVATE header...) or kora_precompile(TARGET REUSE_FROM target): headers are read once, as
+# target_precompile_headers does it. A source that lacks an include is found by the builds that do not precompile.
+function(kora_precompile)
+  if(KORA_PRECOMPILE)
+    target_precompile_headers(${ARGV})
+  endif()
+endfunction()
+
 # kora_room(NAME SOURCES file... NEEDS target... [QT]): the static library kora_NAME of the folder src/NAME.
 # NEEDS names the rooms below it and the libraries it uses; scripts/check-includes holds the sources to that list.
 function(kora_room name)
