@@ -4,10 +4,10 @@
 
 StopSignals::StopSignals()
 {
-    sigemptyset(&signals);
-    sigaddset(&signals, SIGINT);
-    sigaddset(&signals, SIGTERM);
-    pthread_sigmask(SIG_BLOCK, &signals, &before);
+    sigemptyset(&awaited);
+    sigaddset(&awaited, SIGINT);
+    sigaddset(&awaited, SIGTERM);
+    pthread_sigmask(SIG_BLOCK, &awaited, &before);
 }
 
 StopSignals::~StopSignals() { pthread_sigmask(SIG_SETMASK, &before, nullptr); }
@@ -15,5 +15,5 @@ StopSignals::~StopSignals() { pthread_sigmask(SIG_SETMASK, &before, nullptr); }
 bool StopSignals::arriveWithin(std::chrono::seconds time) const
 {
     const timespec period{time.count(), 0};
-    return ::sigtimedwait(&signals, nullptr, &period) >= 0;
+    return ::sigtimedwait(&awaited, nullptr, &period) >= 0;
 }

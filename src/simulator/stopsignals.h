@@ -17,6 +17,6 @@ public:
     bool arriveWithin(std::chrono::seconds time) const;
 
 private:
-    sigset_t signals;
+    sigset_t awaited;
     sigset_t before;  ///< what the thread held back until then
 };
