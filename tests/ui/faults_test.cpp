@@ -138,6 +138,7 @@ TEST_P(LongFaults, InTheSearch)
         if (box) {
             EXPECT_EQ(*box, GetParam().told);
         }
+        told.removeDuplicates();  // a unit that is plugged in again at once can be lost once more with its old terminal
         EXPECT_EQ(told, exchange == 1 && GetParam().told == lost ? QStringList(lost) : QStringList());
     }
 }
