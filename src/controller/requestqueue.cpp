@@ -20,7 +20,7 @@ bool RequestQueue::isLoss(const QString &message) { return message == QLatin1Str
 
 void RequestQueue::read(const QString &key, Work work, Work failed)
 {
-    if (!connected || searching || finishing) return;
+    if (!connected || finishing) return;
     if (!showingFound)
         lostReads.erase(key);  // the user tries again
     else if (lostReads[key] >= lossesUntilGivenUp)

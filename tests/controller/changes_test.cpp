@@ -54,3 +54,20 @@ TEST_F(Changes, AreStoredAndAnnouncedOnlyWhenTheUnitHasTakenThem)
         EXPECT_EQ(recorder.take(), Events{"deviceNotConnected"});
     }
 }
+
+TEST_F(Changes, ANameThatCouldNeverBeReadBackIsRefused)
+{
+    readAll();
+    const QString endless(1 << 16, 'N');
+    const std::function<void()> asks[] = {
+        [&] { controller.changeBankName(endless, 4); },
+        [&] { controller.changePresetName(endless, 4, 0); },
+        [&] { controller.changeMidiDeviceName(endless, 1); },
+        [&] { controller.controllersNamesOrNumberChanged(1, QVector<QString>(20, endless), QVector<int>(20, 0)); },
+    };
+    for (const auto &ask : asks) {
+        ask();
+        EXPECT_EQ(recorder.take(), Events{"error The name is too long: the unit could not be read any more"});
+        EXPECT_EQ(requests(), Events{});
+    }
+}

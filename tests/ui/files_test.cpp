@@ -161,3 +161,16 @@ TEST_F(Files, AFileThatIsNoBackupIsToldBeforeAnythingIsRead)
     EXPECT_TRUE(told->startsWith("Error|")) << told->toStdString();
     EXPECT_EQ(requests(), Requests{});
 }
+
+TEST(SafetyCopies, TheNewestTwentyAreKept)
+{
+    const QTemporaryDir folder;
+    const SafetyCopies copies(folder.path());
+    const QDateTime midnight({2026, 1, 31}, {0, 0});
+    for (int second = 0; second <= 20; ++second)
+        EXPECT_EQ(copies.save({{}, recordsOfBank(0)}, midnight.addSecs(second)).toStdString(), "");
+    const QStringList left = copies.newestFirst();
+    EXPECT_EQ(left.size(), 20);
+    EXPECT_TRUE(left.front().contains("-000020-"));
+    EXPECT_TRUE(left.back().contains("-000001-"));
+}
