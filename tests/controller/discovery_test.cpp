@@ -1,4 +1,5 @@
 #include "controller/connected.h"
+#include "controller/unitsearch.h"
 #include "support/outcome.h"
 #include "support/scriptedport.h"
 
@@ -60,6 +61,20 @@ TEST(Discovery, DropsTheUnitBeforeItSearchesAgain)
     controller.releaseSuperseded(models[1]);
     EXPECT_FALSE(models[0]);
     EXPECT_TRUE(models[1]);
+}
+
+TEST(Discovery, AsksNoMorePortsOnceItIsStopped)
+{
+    UnitPort unit;
+    unit.recordRequests();
+    bool stopped = false;
+    const PortLister listAndStop = [&] {
+        stopped = true;
+        return QStringList{QString::fromStdString(unit.location())};
+    };
+    EXPECT_FALSE(findUnit(
+        listAndStop, [&] { return stopped; }, 1000, 0));
+    EXPECT_EQ(unit.takeRequests(), Events{});
 }
 
 #ifdef __SANITIZE_ADDRESS__

@@ -1,4 +1,5 @@
 #include "controller/connected.h"
+#include "controller/requestqueue.h"
 
 using Requests = Connected;
 
@@ -65,6 +66,17 @@ TEST_F(Requests, ABankThatFailsHalfWayKeepsWhatArrived)
     EXPECT_EQ(recorder.take(), Events{"error Broken"});
     EXPECT_TRUE(data->bankData[4].load() && data->presetData[4][1].load());
     EXPECT_EQ(data->presetData[4][2].load(), nullptr);
+}
+
+TEST_F(Requests, AChangeThatCannotBeMadeAnyMoreIsGivenUpAndHoldsNothingUp)
+{
+    RequestQueue queue(controller);
+    queue.found("unit", [] {});
+    QStringList givenUp;
+    QObject::connect(&queue, &RequestQueue::undelivered, [&](const QStringList &words) { givenUp << words; });
+    queue.change({"UNDO", [] { return false; }});
+    EXPECT_TRUE(queue.isIdle());
+    EXPECT_EQ(givenUp, QStringList("UNDO"));
 }
 
 TEST_F(Requests, OutOfRangeOrIncompleteSendNothing)

@@ -3,6 +3,7 @@
 #include "simulator/unitport.h"
 #include "support/wire.h"
 #include "ui/combobox.h"
+#include "ui/dialogs/framelessdialog.h"
 #include "ui/shell/mainwindow.h"
 
 #include <QAction>
@@ -27,6 +28,36 @@
 inline void PrintTo(const QString &text, std::ostream *out) { *out << '"' << text.toStdString() << '"'; }
 
 using Requests = std::vector<std::string>;
+
+/// Every visible child lies inside its parent, and no two siblings of a layered window overlap.
+inline void expectTidy(const QWidget &parent)
+{
+    const auto children = parent.findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
+    for (const QWidget *const child : children) {
+        if (!child->isVisible() || child->isWindow()) continue;
+        EXPECT_TRUE(parent.rect().contains(child->geometry())) << child->objectName().toStdString();
+        for (const QWidget *const other : children) {
+            if (other == child || !other->isVisible() || other->isWindow()) continue;
+            EXPECT_FALSE(child->geometry().intersects(other->geometry()))
+                << child->objectName().toStdString() << " and " << other->objectName().toStdString();
+        }
+    }
+}
+
+/// Every visible editor and button inside has a name, and all text is in a font of the window's own.
+inline void expectDressed(const QWidget &parent)
+{
+    for (const QWidget *const widget : parent.findChildren<QWidget *>()) {
+        if (!widget->isVisible() || widget->window() != parent.window()) continue;
+        const QString text = widget->property("text").toString() + widget->property("currentText").toString();
+        if ((widget->focusPolicy() & Qt::TabFocus) && widget->focusProxy() == nullptr) {
+            EXPECT_FALSE((widget->accessibleName() + text).isEmpty()) << widget->objectName().toStdString();
+        }
+        if (!text.isEmpty()) {
+            EXPECT_GT(widget->font().pixelSize(), 0) << (widget->objectName() + text).toStdString();
+        }
+    }
+}
 
 /// Short, but not so short that a busy machine takes an answer for lost.
 inline constexpr DeviceController::Timeouts shortTimeouts{150, 250, 20};
@@ -216,6 +247,10 @@ private:
         const auto act = std::move(awaited.front());
         awaited.pop_front();
         QWidget *const outer = std::exchange(met, dialog);
+        if (qobject_cast<FramelessDialog *>(dialog)) {
+            expectTidy(*dialog);
+            expectDressed(*dialog);
+        }
         act(*dialog);
         met = outer;
     }

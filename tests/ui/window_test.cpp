@@ -3,6 +3,7 @@
 #include "ui/dialogs/installdriverswindow.h"
 #include "ui/dialogs/midieditorwindow.h"
 #include "ui/editor.h"
+#include "ui/look.h"
 
 #include <QClipboard>
 #include <QDesktopServices>
@@ -59,19 +60,17 @@ const char *const subTabs[][2] = {{"pushButton_footswitchFunctionTab", "tableWid
                                   {"pushButton_midiTab", "tableWidget_midi"},
                                   {"pushButton_wahPads", "tableWidget_wahPads"}};
 
-/// Every visible child lies inside its parent, and no two siblings of a layered window overlap.
-void expectTidy(const QWidget &parent)
+/// From the first row that is not transparent to the last one.
+int inkHeight(const QImage &image)
 {
-    const auto children = parent.findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
-    for (const QWidget *const child : children) {
-        if (!child->isVisible() || child->isWindow()) continue;
-        EXPECT_TRUE(parent.rect().contains(child->geometry())) << child->objectName().toStdString();
-        for (const QWidget *const other : children) {
-            if (other == child || !other->isVisible() || other->isWindow()) continue;
-            EXPECT_FALSE(child->geometry().intersects(other->geometry()))
-                << child->objectName().toStdString() << " and " << other->objectName().toStdString();
-        }
-    }
+    int first = image.height(), last = 0;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            if (image.pixelColor(x, y).alpha() > 0) {
+                first = std::min(first, y);
+                last = y;
+            }
+    return last - first + 1;
 }
 
 }  // namespace
@@ -91,6 +90,7 @@ TEST_F(Window, ShowsTheUnitItsPagesAndOneOfTheirButtonsLit)
         EXPECT_EQ(find<QWidget>(page.button).geometry(), QRect(page.x, 90, page.width, 36));
         expectTidy(*window.centralWidget());
         expectTidy(find<QWidget>(page.page));
+        expectDressed(*window.centralWidget());
         for (const auto &other : pages) {
             EXPECT_EQ(find<QWidget>(other.page).isVisible(), other.page == page.page) << page.page << other.page;
             EXPECT_TRUE(find<QPushButton>(other.button).styleSheet().contains(other.page == page.page ? lit : dark));
@@ -101,6 +101,12 @@ TEST_F(Window, ShowsTheUnitItsPagesAndOneOfTheirButtonsLit)
     for (const auto &[button, table] : subTabs) {
         click(button);
         expectTidy(find<QWidget>("widget_presets"));
+        expectDressed(*window.centralWidget());
+        const QPushButton &tab = find<QPushButton>(button);
+        const QFontMetrics metrics(look::pixelFont(DataFromDevice::fontTabs));
+        EXPECT_NEAR(inkHeight(tab.icon().pixmap(tab.iconSize()).toImage()),
+                    metrics.tightBoundingRect(tab.accessibleName()).width(), 3)
+            << "the whole text, from bottom to top";
         for (const auto &[otherButton, otherTable] : subTabs) {
             EXPECT_EQ(find<QWidget>(otherTable).isVisible(), otherTable == table) << table << otherTable;
             EXPECT_TRUE(find<QPushButton>(otherButton).styleSheet().contains(otherTable == table ? lit : dark));

@@ -6,11 +6,7 @@
 #include <QKeyEvent>
 #include <QPushButton>
 
-namespace {
-
-constexpr QSize answerSize(120, 32);
-
-}  // namespace
+namespace {}  // namespace
 
 void AnswerDialog::on_pushButton_ok_clicked()
 {
@@ -35,20 +31,11 @@ void AnswerDialog::keyPressEvent(QKeyEvent *event)
 QHBoxLayout *AnswerDialog::makeAnswers()
 {
     ok = makeButton(QStringLiteral("pushButton_ok"), QStringLiteral("OK"), look::acceptColor);
-    ok->setDefault(true);
     connect(ok, &QPushButton::clicked, this, &AnswerDialog::on_pushButton_ok_clicked);
     QPushButton *const cancel =
         makeButton(QStringLiteral("pushButton_cancel"), QStringLiteral("CANCEL"), look::rejectColor);
     connect(cancel, &QPushButton::clicked, this, &AnswerDialog::on_pushButton_cancel_clicked);
-
-    ok->setFixedSize(answerSize);
-    cancel->setFixedSize(answerSize);
-    auto *row = new QHBoxLayout;
-    row->setSpacing(12);
-    row->addStretch();
-    row->addWidget(ok);
-    row->addWidget(cancel);
-    return row;
+    return makeAnswerRow({ok, cancel});
 }
 
 void AnswerDialog::enableOk(bool enabled) { ok->setEnabled(enabled); }

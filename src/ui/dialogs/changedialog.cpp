@@ -91,9 +91,7 @@ ChangeDialog::ChangeDialog(const QString &selection, const Devices &definitions,
     count->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     count->setFixedHeight(countHeight);
 
-    auto *const layout = new QVBoxLayout(this);
-    layout->setContentsMargins(20, 20, 20, 20);
-    layout->setSpacing(16);
+    QVBoxLayout *const layout = makeRows();
     layout->addWidget(makeLabel(QStringLiteral("label_selection"), QStringLiteral("CHANGE IN %1").arg(selection),
                                 DataFromDevice::fontDeviceStatus));
     layout->addLayout(head);

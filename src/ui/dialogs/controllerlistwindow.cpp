@@ -27,9 +27,7 @@ ControllerListWindow::ControllerListWindow(const MidiDevice &device, int deviceI
         connect(shortcut, &QShortcut::activated, this, [this, step = step] { moveFocused(step); });
     }
 
-    auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(20, 20, 20, 20);
-    layout->setSpacing(16);
+    QVBoxLayout *const layout = makeRows();
     layout->addWidget(title);
     layout->addWidget(table);
     layout->addLayout(makeAnswers());

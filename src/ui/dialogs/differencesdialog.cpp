@@ -17,7 +17,6 @@
 namespace {
 
 constexpr std::size_t fewValues = 20;  // so many can be read at a glance
-constexpr QSize answerSize(120, 32);
 constexpr QSize dialogSize(900, 600);
 constexpr int valueWidth = 190;  // pixels
 constexpr auto checkable = Qt::ItemIsEnabled | Qt::ItemIsUserCheckable | Qt::ItemIsAutoTristate;
@@ -86,30 +85,22 @@ DifferencesDialog::DifferencesDialog(std::vector<Difference> all, Purpose purpos
     QPushButton *const cancel =
         makeButton(QStringLiteral("pushButton_cancel"), QStringLiteral("CANCEL"), look::rejectColor);
     connect(cancel, &QPushButton::clicked, this, &DifferencesDialog::on_pushButton_cancel_clicked);
-    cancel->setFixedSize(answerSize);
-    auto *answers = new QHBoxLayout;
-    answers->addStretch();
+    QPushButton *restore = nullptr;
     if (purpose == Purpose::Restore) {
-        QPushButton *const restore =
-            makeButton(QStringLiteral("pushButton_restore"), QStringLiteral("RESTORE"), look::acceptColor);
+        restore = makeButton(QStringLiteral("pushButton_restore"), QStringLiteral("RESTORE"), look::acceptColor);
         connect(restore, &QPushButton::clicked, this, &DifferencesDialog::on_pushButton_restore_clicked);
-        restore->setFixedSize(answerSize);
         auto *const afterAll = new QTimer(this);  // a box may check thousands of others
         afterAll->setSingleShot(true);
         connect(tree, &QTreeWidget::itemChanged, afterAll, qOverload<>(&QTimer::start));
         const auto enable = [this, restore] { restore->setEnabled(!chosen().empty()); };
         connect(afterAll, &QTimer::timeout, restore, enable);
         enable();
-        answers->addWidget(restore);
     }
-    answers->addWidget(cancel);
 
-    auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(20, 20, 20, 20);
-    layout->setSpacing(14);
+    QVBoxLayout *const layout = makeRows();
     layout->addWidget(summary);
     layout->addWidget(tree);
-    layout->addLayout(answers);
+    layout->addLayout(restore ? makeAnswerRow({restore, cancel}) : makeAnswerRow({cancel}));
 }
 
 void DifferencesDialog::fill(Purpose purpose)

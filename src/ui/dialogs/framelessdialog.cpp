@@ -4,16 +4,19 @@
 #include "ui/look.h"
 #include "ui/message.h"
 
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QMoveEvent>
 #include <QPushButton>
 #include <QTimer>
+#include <QVBoxLayout>
 
 #include <utility>
 
 namespace {
 
 constexpr int dragBand = 60;  // pixels
+constexpr QSize answerSize(120, 32);
 constexpr QSize crossSize(16, 16);
 constexpr int crossButton = 28;    // pixels, both ways
 constexpr int placedAfter = 1000;  // ms
@@ -78,6 +81,26 @@ QPushButton *FramelessDialog::makeButton(const QString &objectName, const QStrin
     button->setFont(look::pixelFont(DataFromDevice::fontTabs));
     button->setStyleSheet(look::answerButtonStyle(hoverColor));
     return button;
+}
+
+QVBoxLayout *FramelessDialog::makeRows()
+{
+    auto *rows = new QVBoxLayout(this);
+    rows->setContentsMargins(20, 20, 20, 20);
+    rows->setSpacing(16);
+    return rows;
+}
+
+QHBoxLayout *FramelessDialog::makeAnswerRow(std::initializer_list<QPushButton *> buttons)
+{
+    auto *row = new QHBoxLayout;
+    row->setSpacing(12);
+    row->addStretch();
+    for (QPushButton *const button : buttons) {
+        button->setFixedSize(answerSize);
+        row->addWidget(button);
+    }
+    return row;
 }
 
 void FramelessDialog::makeCloseButton()

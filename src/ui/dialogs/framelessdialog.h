@@ -4,11 +4,14 @@
 
 #include <QDialog>
 
+#include <initializer_list>
 #include <optional>
 
 class QFont;
+class QHBoxLayout;
 class QLabel;
 class QPushButton;
+class QVBoxLayout;
 
 /// A dialog without a system frame, moved by its top 60 pixels. Escape closes it as if it were dismissed.
 class FramelessDialog : public QDialog
@@ -34,6 +37,10 @@ protected:
     QLabel *makeLabel(const QString &objectName, const QString &text, const QFont &font);
     /// White on black, and `hoverColor` under the mouse.
     QPushButton *makeButton(const QString &objectName, const QString &text, const QString &hoverColor);
+    /// What the dialog shows, from top to bottom.
+    QVBoxLayout *makeRows();
+    /// Buttons in the lower right corner, from left to right.
+    static QHBoxLayout *makeAnswerRow(std::initializer_list<QPushButton *> buttons);
     /// `pushButton_closeWindow`, the cross in the corner; for a dialog that has its final size.
     void makeCloseButton();
 

@@ -11,7 +11,6 @@
 
 namespace {
 
-constexpr QSize answerSize(120, 32);
 constexpr QSize dialogSize(760, 520);
 
 QString listStyle()
@@ -53,19 +52,11 @@ HistoryDialog::HistoryDialog(const QStringList &steps, int position, QWidget *pa
     QPushButton *const cancel =
         makeButton(QStringLiteral("pushButton_cancel"), QStringLiteral("CANCEL"), look::rejectColor);
     connect(cancel, &QPushButton::clicked, this, &HistoryDialog::on_pushButton_cancel_clicked);
-    auto *answers = new QHBoxLayout;
-    answers->addStretch();
-    for (QPushButton *const button : {goTo, cancel}) {
-        button->setFixedSize(answerSize);
-        answers->addWidget(button);
-    }
 
-    auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(20, 20, 20, 20);
-    layout->setSpacing(14);
+    QVBoxLayout *const layout = makeRows();
     layout->addWidget(title);
     layout->addWidget(list);
-    layout->addLayout(answers);
+    layout->addLayout(makeAnswerRow({goTo, cancel}));
 }
 
 int HistoryDialog::chosen() const { return list->count() - 1 - list->currentRow(); }

@@ -41,9 +41,7 @@ MidiEditorWindow::MidiEditorWindow(const PresetData &preset, const MidiDevice &d
     columns->setSpacing(28);
     columns->addLayout(makeChoices(names, color));
     columns->addLayout(makeControllers(names, color));
-    auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(20, 20, 20, 20);
-    layout->setSpacing(16);
+    QVBoxLayout *const layout = makeRows();
     layout->addWidget(makeTitle(device, definition.name));
     presetPlace = makeLabel(QStringLiteral("label_preset"), QString(), DataFromDevice::fontSettingsLabel);
     presetPlace->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);  // nor does a long name of a preset

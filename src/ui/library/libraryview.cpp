@@ -49,7 +49,6 @@ LibraryView::LibraryView(QWidget *parent) : QTableView(parent)
     setWordWrap(false);
     setFrameShape(QFrame::NoFrame);
     setVerticalScrollMode(ScrollPerPixel);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setSelectionMode(ExtendedSelection);
     setEditTriggers(EditKeyPressed | AnyKeyPressed);
     setTabKeyNavigation(false);
