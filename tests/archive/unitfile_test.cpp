@@ -30,9 +30,7 @@ const QString smallFile =
         R"("tapController": 20,"tapControllerValue": "INACTIVE","tapTempo": "TAP CTRL"}],)"
         R"("midiIn": {"ccFunction": "UNUSED","channel": null,"pcFunction": "UNUSED"},)"
         R"("saved": "2026-11-24T20:12:20Z",)"
-        R"("settings": {"bankPresetChangeMode": "DIRECT","clickProtection": "LOW","keyboardType": "QWERTY","loopsSplit": false,)"
-        R"("oneTimeMidiModeSend": false,"presetChangeName": "ALWAYS","recallUserBanksOnly": false,"wahPad1": "INACTIVE",)"
-        R"("wahPad2": "INACTIVE"},"switchOuts": ["LATCHING","PULSE","MOMENTARY","LATCHING","LATCHING",-4],)"
+        R"("switchOuts": ["LATCHING","PULSE","MOMENTARY","LATCHING","LATCHING",-4],)"
         R"("unit": {"firmware": "3.-17","numbers": [7,-9],"texts": ["KORA",{"bytes": "001d"}]},"version": 1})")
         .arg(QStringLiteral(R"(,{"name": "","number": null})").repeated(19));
 
@@ -59,8 +57,8 @@ UnitPart smallPart()
         {{10, 20, toggleValue}, {20, 1, inactiveValue}},
         {128, none, 1, 2, none, none, none, none, none, none},
         {none, 0, ExpressionPedalCharacteristic::SlowFast, 1, 127}};
-    part.records = {{Kind::DeviceInfo}, {Kind::Settings},      {Kind::MidiIn},  {Kind::ExpressionPedal},
-                    {Kind::SwitchOuts}, {Kind::MidiDevice, 2}, {Kind::Bank, 7}, {Kind::Preset, 7, 9}};
+    part.records = {{Kind::DeviceInfo},    {Kind::MidiIn},  {Kind::ExpressionPedal}, {Kind::SwitchOuts},
+                    {Kind::MidiDevice, 2}, {Kind::Bank, 7}, {Kind::Preset, 7, 9}};
     return part;
 }
 
@@ -83,6 +81,23 @@ TEST(UnitFile, KeepsAnyContent)
     }
     EXPECT_THROW(archive::save(folder.path(), {}), archive::Error);
     EXPECT_THROW(archive::load(QStringLiteral("/dev/zero")), archive::Error);
+}
+
+TEST(UnitFile, KnowsSettingsByTheirNames)
+{
+    const UnitPart part = archive::fromJson(
+        R"({"format": "kora-unit", "version": 1, "settings": {"bankPresetChangeMode": "INDIRECT",)"
+        R"("recallUserBanksOnly": true, "oneTimeMidiModeSend": true, "wahPad1": "LOOP 3", "wahPad2": "LOOP 4",)"
+        R"("clickProtection": "MID", "loopsSplit": true, "keyboardType": "AZERTY", "presetChangeName": "PRESET ONLY"}})");
+    EXPECT_EQ(part.content.settings, (Settings{.bankPresetChangeMode = BankPresetChangeMode::Indirect,
+                                               .recallUserBanksOnly = true,
+                                               .oneTimeMidiModeSend = true,
+                                               .wahPad1 = WahPadSetting::Loop3,
+                                               .wahPad2 = WahPadSetting::Loop4,
+                                               .clickProtection = ClickProtection::Mid,
+                                               .loopsSplit = true,
+                                               .keyboardType = KeyboardType::Azerty,
+                                               .presetChangeName = PresetChangeName::PresetOnly}));
 }
 
 TEST(UnitFile, TakesWhatItDoesNotTellFromTheBase)
