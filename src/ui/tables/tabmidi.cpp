@@ -39,12 +39,6 @@ TabMidi::TabMidi(QTableWidget *tableWidget)
     look::orderTabs(table);
 }
 
-void TabMidi::setSubmit(Submit submitter, Obstacle obstacle)
-{
-    submit = std::move(submitter);
-    outerObstacle = std::move(obstacle);
-}
-
 void TabMidi::loadDataFromDevice(DataFromDevice *dataFromDevice)
 {
     BankTable::loadDataFromDevice(dataFromDevice);
@@ -111,10 +105,7 @@ std::shared_ptr<const PresetData> TabMidi::editableRecord(int bank, int preset) 
     const auto stored =
         shown.data()->presetData.at(static_cast<std::size_t>(bank)).at(static_cast<std::size_t>(preset)).load();
     if (!stored || !sendsMidi(stored->footswitchFunction)) return nullptr;
-    auto expected = std::make_shared<PresetData>(*stored);
-    for (const Waiting &other : waiting)
-        if (other.bank == bank && other.preset == preset) *expected = other.edit.appliedTo(*expected);
-    return expected;
+    return std::make_shared<PresetData>(edits.expected({RecordId::Kind::Preset, bank, preset}, *stored));
 }
 
 void TabMidi::deviceButtonClicked(int preset, int device)
@@ -129,18 +120,14 @@ void TabMidi::deviceButtonClicked(int preset, int device)
     editor = new MidiEditorWindow(*record, *definition, device, table->window());
     editor->setPlace(places::preset(bank, preset), QString::fromStdString(record->name));
     editor->setObstacle([this, bank, preset] {
-        QString outer = outerObstacle();
+        QString outer = edits.obstacle();
         if (!outer.isEmpty() || editableRecord(bank, preset)) return outer;
         return tr("The unit does not hold this preset any more as it was when the editor was opened.");
     });
-    if (editor->exec() == QDialog::Accepted) submitEdit(bank, preset, editor->edit());
-}
-
-void TabMidi::submitEdit(int bank, int preset, const MidiEdit &edit)
-{
-    const auto place = waiting.insert(waiting.end(), {bank, preset, edit});
-    submit({places::midiMessages(bank, preset, edit.device),
-            [this, bank, preset, edit] { return send(bank, preset, edit); }, [this, place] { waiting.erase(place); }});
+    if (editor->exec() != QDialog::Accepted) return;
+    const MidiEdit edit = editor->edit();
+    edits.submit(places::midiMessages(bank, preset, edit.device), {RecordId::Kind::Preset, bank, preset}, edit,
+                 [this, bank, preset, edit] { return send(bank, preset, edit); });
 }
 
 bool TabMidi::send(int bank, int preset, const MidiEdit &edit)

@@ -6,8 +6,6 @@
 
 #include <QPointer>
 
-#include <list>
-
 class MidiEditorWindow;
 class NameButton;
 
@@ -21,7 +19,7 @@ public:
     explicit TabMidi(QTableWidget *tableWidget);
 
     /// From now on edits are handed to `submitter`, and not taken while `obstacle` tells of one.
-    void setSubmit(Submit submitter, Obstacle obstacle);
+    void setSubmit(Submit submitter, Obstacle obstacle) { edits.setSubmit(std::move(submitter), std::move(obstacle)); }
 
 signals:
     void getMidiDevicesData();
@@ -38,14 +36,6 @@ public slots:
     void gotMidiDevicesData();
 
 private:
-    /// An edit that the unit has not answered yet.
-    struct Waiting
-    {
-        int bank;
-        int preset;
-        MidiEdit edit;
-    };
-
     void refreshEditors() override { refreshButtons(); }
     void clearEditors(int) override {}
     void refreshButtons();
@@ -55,7 +45,6 @@ private:
     std::shared_ptr<const PresetData> editableRecord(int bank, int preset) const;
     /// Opens the editor for a preset that takes MIDI messages, and sends what was changed if it ends with OK.
     void deviceButtonClicked(int preset, int device);
-    void submitEdit(int bank, int preset, const MidiEdit &edit);
     bool send(int bank, int preset, const MidiEdit &edit);
 
     QVector<QVector<NameButton *>> deviceButtons;  // by device, then preset
@@ -63,7 +52,5 @@ private:
     // What the buttons tell of: what is told already is not worked out again.
     std::array<std::shared_ptr<const PresetData>, presetCount> toldPresets;
     std::array<std::shared_ptr<const MidiDevice>, midiDeviceCount> toldDevices;
-    std::list<Waiting> waiting;
-    Submit submit = submitAtOnce;
-    Obstacle outerObstacle = [] { return QString(); };
+    LateEdits<MidiEdit> edits;
 };

@@ -87,10 +87,6 @@ void TabMidiDevices::addRow()
 {
     const int row = table->rowCount();
     table->insertRow(row);
-    const auto put = [&](int column, QWidget *editor, const QString &name) {
-        editor->setAccessibleName(tr("%1 of MIDI device %2").arg(name).arg(row + 1));
-        table->setCellWidget(row, column, editor);
-    };
     const auto makeButton = [&](int column, auto clicked) {
         auto *button = new QPushButton(table->viewport());
         button->setFont(look::pixelFont(DataFromDevice::fontTableContent));
@@ -105,7 +101,7 @@ void TabMidiDevices::addRow()
     name->setContextMenuPolicy(Qt::CustomContextMenu);  // it is the device's, not the text's
     connect(name, &QWidget::customContextMenuRequested, this,
             [this, name, row](const QPoint &place) { emit menuAsked(row + 1, name->mapToGlobal(place)); });
-    put(nameColumn, name, tr("Name"));
+    put(row, nameColumn, name, tr("Name"));
     names << name;
 
     QPushButton *const sendCCFirst = makeButton(sendCCFirstColumn, [this, row] { sendFirstCCChanged(row); });
@@ -127,22 +123,26 @@ void TabMidiDevices::addRow()
     uses->setToolTip(tr("How many presets send to it; a click shows them"));
     uses->setEnabled(false);
     useButtons << uses;
+    addChoiceBoxes(row);
+}
 
+void TabMidiDevices::addChoiceBoxes(int row)
+{
     for (int choice = 0; choice < ChoiceCount; ++choice) {
         const ChoiceColumn &column = ChoiceColumn::all()[static_cast<std::size_t>(choice)];
         ComboBox *const box = look::makeComboBox(table->viewport(), column.items);
         box->showStored(column.initialIndex);
         connect(box, qOverload<int>(&QComboBox::currentIndexChanged), this,
                 [this, choice, row](int index) { choiceChanged(static_cast<Choice>(choice), row, index); });
-        put(column.column, box, column.name);
+        put(row, column.column, box, column.name);
         boxes[static_cast<std::size_t>(choice)] << box;
     }
 }
 
-void TabMidiDevices::setSubmit(Submit submitter, Obstacle obstacle)
+void TabMidiDevices::put(int row, int column, QWidget *editor, const QString &name)
 {
-    submit = std::move(submitter);
-    outerObstacle = std::move(obstacle);
+    editor->setAccessibleName(tr("%1 of MIDI device %2").arg(name).arg(row + 1));
+    table->setCellWidget(row, column, editor);
 }
 
 void TabMidiDevices::loadDataFromDevice(DataFromDevice *dataFromDevice) { data = dataFromDevice; }
@@ -279,13 +279,12 @@ void TabMidiDevices::controllersWidgetClicked(int row)
 {
     const auto stored = storedDevice(row);
     if (!stored) return;
-    MidiDevice expected = *stored;
-    for (const Waiting &other : waiting)
-        if (other.row == row) expected = other.edit.appliedTo(std::move(expected));
+    const RecordId id{RecordId::Kind::MidiDevice, row + 1};
+    const MidiDevice expected = edits.expected(id, *stored);
     if (controllerList) controllerList->deleteLater();
     controllerList = new ControllerListWindow(expected, row, table->window());
     controllerList->setObstacle([this, row] {
-        QString outer = outerObstacle();
+        QString outer = edits.obstacle();
         if (!outer.isEmpty() || storedDevice(row)) return outer;
         return tr("This MIDI device has not been read from the unit that is connected now.");
     });
@@ -298,19 +297,14 @@ void TabMidiDevices::controllersWidgetClicked(int row)
     }
     controllerList->showUses(counts);
     if (controllerList->exec() != QDialog::Accepted) return;
+    const ControllerEdit edit = controllerList->edit();
     if (controllerList->order() == sameOrder)
-        submitEdit(row, controllerList->edit());
+        edits.submit(places::midiDevice(row + 1) + QStringLiteral(": CONTROLLERS"), id, edit,
+                     [this, row, edit] { return send(row, edit); });
     else
-        emit controllersMoved(row + 1, controllerList->edit(), controllerList->order());
+        emit controllersMoved(row + 1, edit, controllerList->order());
     if (const auto asked = controllerList->askedUses())
         emit presetsAsked(usesOf(presets, {row + 1, static_cast<int>(*asked) + 1}));
-}
-
-void TabMidiDevices::submitEdit(int row, const ControllerEdit &edit)
-{
-    const auto place = waiting.insert(waiting.end(), {row, edit});
-    submit({places::midiDevice(row + 1) + QStringLiteral(": CONTROLLERS"),
-            [this, row, edit] { return send(row, edit); }, [this, place] { waiting.erase(place); }});
 }
 
 bool TabMidiDevices::send(int row, const ControllerEdit &edit)

@@ -14,7 +14,6 @@
 #include <QVector>
 
 #include <array>
-#include <list>
 #include <memory>
 
 class ComboBox;
@@ -36,7 +35,7 @@ public:
     explicit TabMidiDevices(QTableWidget *tableWidget);
 
     /// From now on edits of the controllers are handed to `submitter`, and not taken while `obstacle` tells of one.
-    void setSubmit(Submit submitter, Obstacle obstacle);
+    void setSubmit(Submit submitter, Obstacle obstacle) { edits.setSubmit(std::move(submitter), std::move(obstacle)); }
     /// Brings back what the model holds, where it is known.
     void showStored() { gotMidiDevicesData(); }
 
@@ -73,14 +72,9 @@ private:
     /// The columns of combo boxes, in their order
     enum Choice { Channel, TapTempo, TapController, TapControllerValue, NoteNumber, NoteType, ChoiceCount };
 
-    /// An edit of a list of controllers that the unit has not answered yet.
-    struct Waiting
-    {
-        int row;
-        ControllerEdit edit;
-    };
-
     void addRow();
+    void addChoiceBoxes(int row);
+    void put(int row, int column, QWidget *editor, const QString &name);
     void showDevice(int row, const MidiDevice &device);
     void showSendCCFirst(int row, bool on);
     /// The columns that the mode does not use look it.
@@ -105,7 +99,6 @@ private:
     /// How many presets send there, "12"; "12+" until all of them have been read.
     static QString usesText(const UnitPart &presets, const MidiTarget &target);
     void showUses();
-    void submitEdit(int row, const ControllerEdit &edit);
     bool send(int row, const ControllerEdit &edit);
 
     QTableWidget *table;
@@ -119,8 +112,6 @@ private:
     std::array<QVector<ComboBox *>, ChoiceCount> boxes;
 
     QPointer<ControllerListWindow> controllerList;  // the last one opened; the window owns it
-    std::list<Waiting> waiting;
+    LateEdits<ControllerEdit> edits;
     QTimer counting;  ///< runs out when no more presets arrive at once
-    Submit submit = submitAtOnce;
-    Obstacle outerObstacle = [] { return QString(); };
 };
