@@ -348,7 +348,13 @@ TEST_F(Preview, SavesAPictureThatOthersCanOpen)
     emit dialog->filterSelected("SVG drawing (*.svg)");
     dialog->selectFile("stage");
     static_cast<QDialog *>(dialog)->accept();
-    EXPECT_EQ(QSvgRenderer(folder.filePath("stage.svg")).viewBoxF(), QRectF(0, 0, 1298, 567));
+    QSvgRenderer drawing(folder.filePath("stage.svg"));
+    EXPECT_EQ(drawing.viewBoxF(), QRectF(0, 0, 1298, 567));
+    QImage drawn(1298, 567, QImage::Format_RGB32);
+    drawn.fill(Qt::white);
+    QPainter painter(&drawn);
+    drawing.render(&painter);
+    EXPECT_EQ(drawn.pixelColor(143, 396), QColor(Qt::black));
 
     EXPECT_FALSE(page.savePicture(folder.filePath("no <b>folder</b>/bank.png")));
     const auto *message = page.findChild<QMessageBox *>();
