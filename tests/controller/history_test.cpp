@@ -126,7 +126,7 @@ TEST_P(Walk, LeadsBackToTheStartAndForthToTheEnd)
 {
     remembered.emplace_back(unit.memory());
     const void *last = nullptr;
-    for (int changes = 0; changes < 1200; ++changes) {
+    for (int changes = 0; changes < 1200 || (history.steps().size() < History::maxSteps && changes < 2000); ++changes) {
         disturb();
         change();
         settle();

@@ -44,7 +44,7 @@ inline void expectTidy(const QWidget &parent)
     }
 }
 
-/// Every visible editor and button inside has a name, and all text is in a font of the window's own.
+/// Every visible editor and button inside has a name, and texts and items are in a font of the window's own.
 inline void expectDressed(const QWidget &parent)
 {
     for (const QWidget *const widget : parent.findChildren<QWidget *>()) {
@@ -53,13 +53,16 @@ inline void expectDressed(const QWidget &parent)
         if ((widget->focusPolicy() & Qt::TabFocus) && widget->focusProxy() == nullptr) {
             EXPECT_FALSE((widget->accessibleName() + text).isEmpty()) << widget->objectName().toStdString();
         }
-        if (!text.isEmpty()) {
+        const bool hasItems = widget->inherits("QAbstractItemView") && !widget->inherits("QHeaderView");
+        if (!text.isEmpty() || hasItems) {
             EXPECT_GT(widget->font().pixelSize(), 0) << (widget->objectName() + text).toStdString();
         }
     }
 }
 
-/// Short, but not so short that a busy machine takes an answer for lost.
+/// The product's, so that no machine is busy enough to take an answer for lost; only the search does not rest.
+inline constexpr DeviceController::Timeouts patientTimeouts{1000, 2000, 20};
+/// For tests in which answers do get lost.
 inline constexpr DeviceController::Timeouts shortTimeouts{150, 250, 20};
 
 /// The real main window with a virtual unit behind a pseudo-terminal. A dialog that no test expects fails it at once.
@@ -67,7 +70,7 @@ class Editor : public testing::Test
 {
 protected:
     /// What the virtual unit holds at first: a musician's content, or something that tells every value apart.
-    explicit Editor(const UnitMemory &memory = musicianContent(), DeviceController::Timeouts timeouts = shortTimeouts,
+    explicit Editor(const UnitMemory &memory = musicianContent(), DeviceController::Timeouts timeouts = patientTimeouts,
                     const InnerUnitMaker &makeUnit = {})
         : unit(memory, std::chrono::milliseconds(50)), window(unitsPort, nullptr, timeouts, makeUnit)
     {
@@ -193,19 +196,21 @@ protected:
         EXPECT_FALSE(window.isVisible());
     }
 
-    // --- Waiting
+    // --- Waiting: long enough on any machine for what does come
 
     QString status() const { return find<QLabel>("label_deviceStatus").text(); }
     bool isConnected() const { return status() == "DEVICE CONNECTED"; }
 
-    static bool becomes(const std::function<bool()> &condition) { return QTest::qWaitFor(condition, 10000); }
+    static constexpr int longest = 40000;  ///< milliseconds
+
+    static bool becomes(const std::function<bool()> &condition) { return QTest::qWaitFor(condition, longest); }
 
     /// Waits until the editor asks for nothing more.
     bool settles() const
     {
         const auto *const queue = window.findChild<RequestQueue *>();
         QElapsedTimer clock;
-        for (clock.start(); !queue->isIdle() && !clock.hasExpired(10000);)
+        for (clock.start(); !queue->isIdle() && !clock.hasExpired(longest);)
             QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 10);
         QCoreApplication::processEvents();
         return queue->isIdle();

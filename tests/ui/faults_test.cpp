@@ -36,7 +36,7 @@ const Trouble troubles[] = {
 class Faults : public Editor, public testing::WithParamInterface<Trouble>
 {
 protected:
-    Faults()
+    Faults() : Editor(musicianContent(), GetParam().told == lost ? shortTimeouts : patientTimeouts)
     {
         unit.alter([](UnitMemory &memory) {
             memory.settings.keyboardType = KeyboardType::Qwerty;

@@ -69,9 +69,16 @@ TEST_F(Files, ABackupHoldsEverythingAndARestoreProvesIt)
     trigger("FROM FILE...", path);
     const auto summary = onDifferences("pushButton_restore", [](QTreeWidget &tree) {
         EXPECT_EQ(tree.topLevelItemCount(), 3);
-        for (int part = 0; part < tree.topLevelItemCount(); ++part)
-            if (tree.topLevelItem(part)->text(0) == "MIDI DEVICES")
-                tree.topLevelItem(part)->setCheckState(0, Qt::Unchecked);
+        const auto check = [&](const QString &parts, Qt::CheckState state) {
+            for (int part = 0; part < tree.topLevelItemCount(); ++part)
+                if (tree.topLevelItem(part)->text(0).contains(parts)) tree.topLevelItem(part)->setCheckState(0, state);
+        };
+        const auto *const restore = tree.window()->findChild<QPushButton *>("pushButton_restore");
+        check("", Qt::Unchecked);
+        EXPECT_TRUE(becomes([&] { return !restore->isEnabled(); }));
+        check("", Qt::Checked);
+        EXPECT_TRUE(becomes([&] { return restore->isEnabled(); }));
+        check("MIDI DEVICES", Qt::Unchecked);
     });
     ASSERT_TRUE(becomes([&] { return !told->isEmpty() && settles(); }));
     EXPECT_TRUE(summary->contains(" in 2 banks, 1 MIDI device, global settings")) << summary->toStdString();

@@ -199,6 +199,9 @@ TEST_F(Library, FindsNamesWithoutCaseAndAccentsAndWhatIsSentToADevice)
     EXPECT_EQ(found("STRASSE"), "7/4 19/1");
     EXPECT_EQ(found("n\u0303ana"), "14/1");
     EXPECT_EQ(found("ech"), "50/3 51/4 52/5");
+    QTest::keyClick(&find<QLineEdit>("lineEdit_find"), Qt::Key_Down);
+    EXPECT_TRUE(table().hasFocus());
+    EXPECT_EQ(table().currentIndex(), at(0, 3));
     EXPECT_EQ(found("nowhere"), "");
     unit.alter([](UnitMemory &memory) { memory.banks[9].name = "NOWHERE"; });
     type(edit("loops", 1, 0), "9");  // a bank that is read while something is searched for
@@ -325,16 +328,27 @@ TEST_F(Library, StopsAtARecordThatTheUnitRefusesAndReadsOn)
     EXPECT_EQ(text(2, 1), "NIGHT BUS");
     EXPECT_EQ(text(4, 1), "");
     select({{4, 1}});
-    QStringList texts, greyed;
-    for (const QAction *const action : table().actions())
-        (action->isEnabled() ? texts : greyed) << action->text();
-    EXPECT_EQ(texts.join('|'), "OPEN|RENAME|CLEAR|CHANGE IN SELECTION...|INSERT EMPTY BANK|REMOVE BANK|MOVE UP|MOVE "
-                               "DOWN|IMPORT...|SAVE SHEETS...");
-    EXPECT_EQ(greyed.join('|'), "CUT|COPY|PASTE|SWAP|EXPORT...");  // not known, and nothing was copied
+    const auto entries = [this](bool areEnabled) {
+        QStringList texts;
+        for (const QAction *const action : table().actions())
+            if (action->isEnabled() == areEnabled) texts << action->text();
+        return texts.join('|');
+    };
+    EXPECT_EQ(entries(true), "OPEN|RENAME|CLEAR|CHANGE IN SELECTION...|INSERT EMPTY BANK|REMOVE BANK|MOVE UP|MOVE "
+                             "DOWN|IMPORT...|SAVE SHEETS...");
+    EXPECT_EQ(entries(false), "CUT|COPY|PASTE|SWAP|EXPORT...");  // not known, and nothing was copied
     click("pushButton_stopReading");
     ASSERT_TRUE(settles());
     EXPECT_EQ(text(99, 1), "BANK 99");
     EXPECT_TRUE(at(4, 1).data(LibraryModel::KnownRole).toBool());
+    unit.unplug();
+    ASSERT_TRUE(becomes([&] {
+        click("pushButton_settingsTab");
+        return !isConnected();
+    }));
+    click("pushButton_libraryTab");
+    select({{4, 1}});
+    EXPECT_EQ(entries(true), "OPEN|COPY|EXPORT...|SAVE SHEETS...");
 }
 
 TEST_F(Library, ChangesAllSelectedPresetsByOneDialog)

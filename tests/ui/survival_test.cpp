@@ -11,6 +11,8 @@ namespace {
 class Survival : public Editor
 {
 protected:
+    Survival() : Editor(musicianContent(), shortTimeouts) {}
+
     void openSettings()
     {
         click("pushButton_settingsTab");

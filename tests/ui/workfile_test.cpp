@@ -13,7 +13,7 @@ namespace {
 class WorkOnFile : public Editor
 {
 protected:
-    WorkOnFile() : Editor(musicianContent(), shortTimeouts, makeFileUnit) {}
+    WorkOnFile() : Editor(musicianContent(), patientTimeouts, makeFileUnit) {}
 
     void workOn(const UnitPart &part)
     {

@@ -138,8 +138,7 @@ bool ControllerListWindow::eventFilter(QObject *watched, QEvent *event)
 void ControllerListWindow::drag(int label, QEvent *event)
 {
     if (event->type() == QEvent::MouseButtonPress) draggedRow = label;
-    if (event->type() == QEvent::MouseButtonRelease) draggedRow = -1;
-    if (event->type() != QEvent::MouseMove || draggedRow < 0) return;
+    if (event->type() != QEvent::MouseMove) return;  // told only while a button is held
     const QPoint place = table->viewport()->mapFromGlobal(screenPlaceOf(*static_cast<QMouseEvent *>(event)));
     const int to = table->rowAt(place.y());
     while (to >= 0 && draggedRow != to) {

@@ -54,5 +54,5 @@ private:
     const std::array<Controller, controllerCount> stored;
     ControllerOrder places = sameOrder;
     std::optional<std::size_t> asked;
-    int draggedRow = -1;
+    int draggedRow = 0;
 };
