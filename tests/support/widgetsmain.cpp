@@ -1,5 +1,6 @@
 #include <QApplication>
 #include <QStandardPaths>
+#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -7,6 +8,8 @@ int main(int argc, char **argv)
 {
     testing::InitGoogleTest(&argc, argv);
     const QApplication application(argc, argv);
-    QStandardPaths::setTestModeEnabled(true);  // safety copies do not go to the user's
+    const QTemporaryDir home;  // safety copies do not go to the user's, nor to another test's
+    qputenv("HOME", home.path().toUtf8());
+    QStandardPaths::setTestModeEnabled(true);
     return RUN_ALL_TESTS();
 }

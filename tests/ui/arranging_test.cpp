@@ -100,7 +100,9 @@ TEST_F(PlaceMenus, TellsWhatIsWrongWithTheClipboardAndWhatWasNotMade)
     unit.queueFault(Fault::errorStatus(5, "Broken"), 15);
     told = nextBox();
     onCell("PASTE", "footswitchFunction", 1, 0);
-    EXPECT_TRUE(told->contains("Broken\n") && told->contains("undo takes them back")) << told->toStdString();
+    EXPECT_TRUE(told->startsWith("CHANGE INCOMPLETE|") && told->contains("Broken\n") &&
+                told->contains("undo takes them back"))
+        << told->toStdString();
 }
 
 TEST_F(PlaceMenus, AFootswitchOfThePreviewHasTheSameMenu)

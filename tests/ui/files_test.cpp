@@ -79,6 +79,8 @@ TEST_F(Files, ABackupHoldsEverythingAndARestoreProvesIt)
         check("", Qt::Checked);
         EXPECT_TRUE(becomes([&] { return restore->isEnabled(); }));
         check("MIDI DEVICES", Qt::Unchecked);
+        for (QTreeWidgetItemIterator each(&tree, QTreeWidgetItemIterator::HasChildren); *each; ++each)
+            EXPECT_TRUE((*each)->isExpanded()) << (*each)->text(0).toStdString();
     });
     ASSERT_TRUE(becomes([&] { return !told->isEmpty() && settles(); }));
     EXPECT_TRUE(summary->contains(" in 2 banks, 1 MIDI device, global settings")) << summary->toStdString();

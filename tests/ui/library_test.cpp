@@ -26,6 +26,7 @@ public:
         : view(libraryView), place(target), action(chosen)
     {
         view.installEventFilter(this);
+        EXPECT_TRUE(view.viewport()->acceptDrops());
     }
 
 protected:
@@ -219,9 +220,8 @@ TEST_F(Library, TellsTheStatesOfACellApartAndOpensItsMenu)
 {
     open();
     std::vector<QImage> looks;
-    const auto look = [&](int row) {
-        looks.push_back(table().viewport()->grab(table().visualRect(at(row, 5))).toImage());
-    };
+    const auto lookOf = [&](int row) { return table().viewport()->grab(table().visualRect(at(row, 5))).toImage(); };
+    const auto look = [&](int row) { looks.push_back(lookOf(row)); };
     look(7);
     select({{7, 4}, {7, 5}});
     look(7);  // selected
@@ -230,6 +230,7 @@ TEST_F(Library, TellsTheStatesOfACellApartAndOpensItsMenu)
     select({{3, 2}});
     window.findChild<LibraryWidget *>()->lightUp({{RecordId::Kind::Preset, 7, 3}});
     look(7);
+    EXPECT_TRUE(becomes([&] { return lookOf(7) == looks.front(); })) << "the light goes out";
     found("stra");
     look(0);  // beside one that is found
     for (std::size_t one = 0; one < looks.size(); ++one)
@@ -288,7 +289,9 @@ TEST_F(Library, ArrangesByKeysMouseAndMenuAndShowsWhatUndoTakesBack)
     select({{10, 0}, {12, 0}});
     drag({12, 0}, {14, 3});
     EXPECT_TRUE(unit.memory().banks[13] == before.banks[10] && unit.memory().banks[14] == before.banks[12]);
-    press(Qt::Key_Up, Qt::AltModifier);  // the banks that were moved are selected
+    unit.setDelay(std::chrono::milliseconds(15));  // so that the page is veiled meanwhile
+    press(Qt::Key_Up, Qt::AltModifier);            // the banks that were moved are selected
+    unit.setDelay(std::chrono::milliseconds(0));
     press(Qt::Key_Up, Qt::AltModifier);
     EXPECT_TRUE(unit.memory().banks[11] == before.banks[10] && unit.memory().banks[10] == before.banks[11]);
     for (int step = 0; step < 5; ++step)

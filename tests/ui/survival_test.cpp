@@ -58,11 +58,11 @@ protected:
 TEST_F(Survival, ChangesMadeBeforeTheCloseReachTheUnitAndReadsAreSkipped)
 {
     openSettings();
-    unit.setDelay(10ms);
+    unit.setDelay(50ms);
     click("pushButton_midiDevicesTab");
     keyboard().setCurrentIndex(1);
-    type(edit("midiDevices", 0, 0), "LAST WORD");
-    QTest::qWait(30);
+    edit("midiDevices", 0, 0).setText("LAST WORD");
+    emit edit("midiDevices", 0, 0).editingFinished();
     closeWithin(1000);
     EXPECT_EQ(unit.memory().settings.keyboardType, KeyboardType::Azerty);
     EXPECT_EQ(unit.memory().midiDevices[0].name, "LAST WORD");

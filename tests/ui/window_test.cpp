@@ -79,6 +79,7 @@ TEST_F(Window, ShowsTheUnitItsPagesAndOneOfTheirButtonsLit)
 {
     const QString lit = "background-color: #525051", dark = "background-color: #404042";
     EXPECT_EQ(window.windowTitle(), "KORA");
+    EXPECT_FALSE(window.windowIcon().isNull());
     EXPECT_EQ(window.windowFlags(), Qt::WindowFlags(0x2001801));
     EXPECT_EQ(window.size(), QSize(1322, 709));
     EXPECT_TRUE(find<QLabel>("label_deviceFirmware").text().startsWith("FIRMWARE 7."));

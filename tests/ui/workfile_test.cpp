@@ -29,7 +29,9 @@ protected:
         return nextBox([=](QMessageBox &box) {
             if (before) before();
             const auto buttons = box.buttons();
-            (*std::ranges::find(buttons, button, &QAbstractButton::text))->click();
+            const auto found = std::ranges::find(buttons, button, &QAbstractButton::text);
+            ASSERT_NE(found, buttons.end()) << box.text().toStdString();
+            (*found)->click();
         });
     }
 
@@ -146,7 +148,9 @@ TEST_F(WorkOnFile, WhatCannotBeSavedIsKeptAndClosingAsks)
     EXPECT_TRUE(changed->startsWith("FILE CHANGED|")) << changed->toStdString();
     EXPECT_TRUE(isNamed("B") && !isUnsaved());
     ASSERT_TRUE(stick.removeRecursively());
+    const auto toldAgain = onBox("Later");
     name("C");
+    ASSERT_TRUE(becomes([&] { return !toldAgain->isEmpty(); }));
     onBox("Go on without saving");
     window.close();
     EXPECT_FALSE(window.isVisible() || QFile::exists(path));

@@ -94,6 +94,12 @@ bool LibraryWidget::eventFilter(QObject *watched, QEvent *event)
     return true;
 }
 
+void LibraryWidget::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::EnabledChange && actions) actions->update();  // what a veil has greyed comes back
+}
+
 void LibraryWidget::enterTable()
 {
     view->setFocus();

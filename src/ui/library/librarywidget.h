@@ -70,6 +70,7 @@ signals:
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
+    void changeEvent(QEvent *event) override;
 
 private:
     void makeFind();
@@ -87,6 +88,6 @@ private:
     QProgressBar *progress;
     QPushButton *stopButton;
     LibraryView *view;
-    LibraryActions *actions;
+    LibraryActions *actions = nullptr;
     bool isStopped = false;  ///< by the user
 };

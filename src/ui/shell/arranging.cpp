@@ -236,7 +236,6 @@ void Arranging::arranged(const ArrangementReport &report)
 {
     slow.stop();
     if (std::exchange(isBusyShown, false)) window.hideBusy();
-    emit done();
     if (report.failure.isEmpty() && !report.stopped && report.remaining.empty()) return;
     const int left = static_cast<int>(report.remaining.size());
     QStringList lines{report.words};

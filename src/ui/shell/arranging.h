@@ -82,10 +82,6 @@ public:
     /// than half a second, and tells what could not be made.
     void make(const Arrangement &arrangement);
 
-signals:
-    /// An arrangement has ended, made or not.
-    void done();
-
 private:
     void arranged(const ArrangementReport &report);
     bool hasContent(const std::set<int> &banks) const;
