@@ -27,7 +27,7 @@ protected:
                 if (action->isEnabled()) offered << action->text();
                 if (action->text() == entry) chosen = action;
             }
-            if (chosen) menu->setActiveAction(chosen);
+            if (chosen) expectLit(*menu, chosen);
             QTest::keyClick(menu, chosen ? Qt::Key_Return : Qt::Key_Escape);
         });
         ask();

@@ -4,6 +4,7 @@
 #include "support/wire.h"
 #include "ui/combobox.h"
 #include "ui/dialogs/framelessdialog.h"
+#include "ui/look.h"
 #include "ui/shell/mainwindow.h"
 
 #include <QAction>
@@ -13,6 +14,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
+#include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTableWidget>
@@ -58,6 +60,19 @@ inline void expectDressed(const QWidget &parent)
             EXPECT_GT(widget->font().pixelSize(), 0) << (widget->objectName() + text).toStdString();
         }
     }
+}
+
+/// The entry that Return would take stands out of a menu that looks as the others do.
+inline void expectLit(QMenu &menu, QAction *entry)
+{
+    menu.setActiveAction(entry);
+    const QImage shown = menu.grab().toImage();
+    for (QAction *const action : menu.actions())
+        if (!action->isSeparator()) {
+            EXPECT_EQ(shown.pixelColor(menu.actionGeometry(action).topLeft() + QPoint(3, 3)),
+                      QColor(action == entry ? look::selectionColor : look::pageColor))
+                << action->text().toStdString();
+        }
 }
 
 /// The product's, so that no machine is busy enough to take an answer for lost; only the search does not rest.

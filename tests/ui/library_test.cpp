@@ -159,7 +159,11 @@ TEST_F(Library, ReadsWhatIsNotKnownWhenItIsOpenedAndStaysUsable)
     auto &progress = find<QProgressBar>("progressBar_library");
     EXPECT_EQ(text(0, 1), "OPENING SET");  // known
     EXPECT_EQ(text(3, 1), "");
+    select({{3, 1}});
+    const QAction &copy = *table().actions().at(3);
+    EXPECT_EQ(copy.text() + (copy.isEnabled() ? "+" : "-"), "COPY-");
     ASSERT_TRUE(becomes([&] { return text(3, 1) == "\u00dcBER DEN D\u00c4CHERN"; }));
+    EXPECT_TRUE(copy.isEnabled());
     EXPECT_TRUE(progress.isVisible() && progress.value() >= 4 && progress.value() < 90);
     click("pushButton_settingsTab");  // gets in between
     ASSERT_TRUE(becomes([&] { return find<QComboBox>("comboBox_keyboardType").currentIndex() >= 0; }));
@@ -246,6 +250,7 @@ TEST_F(Library, TellsTheStatesOfACellApartAndOpensItsMenu)
     EXPECT_EQ(entries.join('|'),
               "OPEN|RENAME|CUT|COPY|PASTE|SWAP|CLEAR|CHANGE IN SELECTION...|INSERT EMPTY BANK|REMOVE BANK|MOVE UP|MOVE "
               "DOWN|EXPORT...|IMPORT...|SAVE SHEETS...");
+    expectLit(menu, menu.actions().front());
     menu.close();
 }
 

@@ -146,6 +146,7 @@ TEST_F(Survival, ANewListOfControllersBuildsOnTheOneBeforeIt)
             EXPECT_TRUE(dialog.isVisible()) << "Enter in the list is not yet OK";
             auto *const number = qobject_cast<QComboBox *>(table->cellWidget(row, 2));
             EXPECT_EQ(number->toolTip(), "This name has no number: nothing can be sent");
+            EXPECT_EQ(edit->accessibleDescription(), number->toolTip());
         };
     };
     const auto stored = [this](std::size_t slot) { return unit.memory().midiDevices[3].controllers[slot].name; };

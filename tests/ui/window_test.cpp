@@ -207,6 +207,7 @@ TEST_F(Window, TheMenuOffersWhatNeedsAUnitOnlyWhileThereIsOne)
                              "+COMPARE WITH FILE...|+BEFORE THE LAST RESTORE...|FACTORY RESET|+CLEAR THIS BANK...|"
                              "+CLEAR WHOLE UNIT...|WORK ON A FILE...|NEW FILE...|BACK TO THE UNIT|HELP";
     EXPECT_EQ(offered(), expected);
+    expectLit(*menu, menu->actions().front());
     EXPECT_EQ(menu->pos(), find<QPushButton>("pushButton_menu").mapToGlobal(QPoint(0, 29)));
     onDialog([](QWidget &files) { static_cast<QDialog &>(files).reject(); });
     menu->actions().front()->trigger();

@@ -62,6 +62,9 @@ TEST_F(WorkOnFile, ChangesGoToTheFileAndNothingToTheUnit)
     content.banks[0].name = "OF THE FILE";
     workOn({content, allRecords()});
     EXPECT_EQ(shownName(), "OF THE FILE");
+    EXPECT_EQ(find<QLabel>("label_deviceStatus").toolTip(), path);
+    const QPushButton &connection = find<QPushButton>("pushButton_connection");
+    EXPECT_EQ(connection.accessibleName(), "A file is worked on");
     EXPECT_FALSE(entry("FIRMWARE UPGRADE").isEnabled());
     requests();
 
@@ -82,6 +85,7 @@ TEST_F(WorkOnFile, ChangesGoToTheFileAndNothingToTheUnit)
     trigger("BACK TO THE UNIT");
     ASSERT_TRUE(becomes([this] { return isConnected(); }) && settles());
     EXPECT_EQ(nameIn(path), "LAST") << "saved before it is left";
+    EXPECT_EQ(connection.accessibleName(), "The unit is connected");
     EXPECT_TRUE(entry("FIRMWARE UPGRADE").isEnabled());
     EXPECT_FALSE(find<QPushButton>("pushButton_undo").isEnabled()) << "the steps were the file's";
     EXPECT_EQ(static_cast<UnitContent>(unit.memory()), unitsContent);
