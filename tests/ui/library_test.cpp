@@ -280,6 +280,13 @@ TEST_F(Library, RenamesInPlaceAndOpensABank)
         EXPECT_EQ(edit(name, 5, 0).text() + edit(name, 4, name[0] == 'f' ? 4 : 3).text(), "12QUIET") << name;
     EXPECT_EQ(window.findChild<PreviewWidget *>()->currentBank(), 12);
     EXPECT_EQ(requests(), Requests());
+
+    open();
+    const QPoint cell = table().visualRect(at(11, 5)).center();
+    QTest::mouseClick(table().viewport(), Qt::LeftButton, {}, cell);
+    QTest::mouseDClick(table().viewport(), Qt::LeftButton, {}, cell);
+    EXPECT_TRUE(find<QWidget>("widget_presets").isVisible());
+    EXPECT_EQ(edit("loops", 5, 0).text(), "11");
 }
 
 TEST_F(Library, ArrangesByKeysMouseAndMenuAndShowsWhatUndoTakesBack)
