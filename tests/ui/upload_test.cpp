@@ -53,7 +53,7 @@ TEST_F(Upload, ShowsThatItIsBusyAndHowFarItIs)
     window.updateFirmware();  // not a second one
     auto &progress = *window.findChild<QObject *>("progressBar_loading");
     ASSERT_TRUE(becomes([&] { return progress.property("value").toInt() >= 2; }));
-    closeWithin(500);  // between two chunks
+    closeWithin(2000);  // between two chunks
     EXPECT_EQ(taken().back().substr(0, 5), "WFD|A");
 }
 
