@@ -12,7 +12,7 @@ class Walk : public Windowless
 protected:
     Walk() : Windowless(1, someRecords)
     {
-        controller.setTimeouts({30, 30, 1});
+        controller.setTimeouts({100, 100, 1});
         QObject::connect(&controller, &Unit::found, [this](DataFromDevice *found) {
             data = found;
             if (!queue.isSearchWaiting()) queue.found("KORA", [] {});
@@ -20,7 +20,6 @@ protected:
         });
         QObject::connect(&controller, &Unit::error, [this](const QString &message) {
             hasFailed = true;
-            unit.plugIn();
             if (RequestQueue::isLoss(message)) queue.search([this] { controller.searchDevice(); });
         });
         QObject::connect(&history, &History::stayed, [this](const QStringList &places) { stayed << places; });

@@ -37,7 +37,10 @@ protected:
 
     RandomContent random;
     UnitPort unit;
-    DeviceController controller{[this] { return QStringList{QString::fromStdString(unit.location())}; }};
+    DeviceController controller{[this] {
+        unit.plugIn();  // it may have hung up, also while it was searched for
+        return QStringList{QString::fromStdString(unit.location())};
+    }};
     RequestQueue queue{controller};
     History history{controller, queue};
 };
