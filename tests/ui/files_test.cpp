@@ -164,11 +164,13 @@ TEST_F(Files, AFileThatIsNoBackupIsToldBeforeAnythingIsRead)
     ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write("{\"format\": \"kora-unit\", \"version\": 2}") > 0);
     file.close();
     unit.takeRequests();
-    const auto told = nextBox();
-    trigger("FROM FILE...", path);
-    ASSERT_TRUE(becomes([&] { return !told->isEmpty(); }));
-    EXPECT_TRUE(told->startsWith("Error|")) << told->toStdString();
-    EXPECT_EQ(requests(), Requests{});
+    for (const char *const entry : {"FROM FILE...", "COMPARE WITH FILE..."}) {
+        const auto told = nextBox();
+        trigger(entry, path);
+        ASSERT_TRUE(becomes([&] { return !told->isEmpty(); }));
+        EXPECT_TRUE(told->startsWith("Error|")) << told->toStdString();
+        EXPECT_EQ(requests(), Requests{}) << entry;
+    }
 }
 
 TEST(SafetyCopies, TheNewestTwentyAreKept)

@@ -364,6 +364,8 @@ TEST_F(Library, StopsAtARecordThatTheUnitRefusesAndReadsOn)
     click("pushButton_libraryTab");
     select({{4, 1}});
     EXPECT_EQ(entries(true), "OPEN|COPY|EXPORT...|SAVE SHEETS...");
+    table().clearSelection();
+    EXPECT_EQ(entries(true), "OPEN");  // the current cell
 }
 
 TEST_F(Library, ChangesAllSelectedPresetsByOneDialog)

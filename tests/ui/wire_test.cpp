@@ -222,6 +222,8 @@ TEST_F(Wire, EverySettingIsSentOnceAndItsBoxFollowsTheUnit)
         EXPECT_EQ(box.currentText(), choice.followed);
         EXPECT_EQ(requests(), Requests{});
     }
+    EXPECT_EQ(find<QWidget>("comboBox_switchOut4").y(), find<QWidget>("comboBox_switchOut1").y())
+        << "three in a column";
 }
 
 TEST_F(Wire, EveryBoxOfTheTablesSendsAnotherValueThanTheStoredOne)
