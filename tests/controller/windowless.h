@@ -2,7 +2,6 @@
 
 #include "controller/history.h"
 #include "controller/requestqueue.h"
-#include "link/connection.h"
 #include "simulator/unitport.h"
 #include "support/randomcontent.h"
 
@@ -17,7 +16,6 @@ class Windowless : public testing::TestWithParam<MidiLists>
 protected:
     Windowless(unsigned seed, const std::set<RecordId> &records) : random(seed, RandomContent::Values::Valid)
     {
-        Connection::enableLog = false;
         unit.setMidiLists(GetParam());
         unit.alter([&](UnitMemory &memory) {
             for (const RecordId &id : records)
@@ -27,7 +25,6 @@ protected:
                     preset.controlChanges = merged({}, preset.controlChanges);  // what any unit may hold
         });
     }
-    ~Windowless() override { Connection::enableLog = true; }
 
     void settle()
     {
