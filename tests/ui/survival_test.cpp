@@ -78,7 +78,7 @@ TEST_F(Survival, ASilentUnitHoldsTheCloseUpForOneTimeoutAndWhatWasLostIsTold)
         find<QComboBox>(box).setCurrentIndex(1 - find<QComboBox>(box).currentIndex());
     type(edit("footswitchFunction", 3, 4), "NEW");
     const auto told = nextBox();
-    closeWithin(4 * static_cast<int>(shortTimeouts.working));
+    closeWithin(5000);
     EXPECT_EQ(*told, "Error|4 changes did not reach the unit: SETTINGS: KEYBOARD TYPE; SETTINGS: LOOP SPLIT; "
                      "SETTINGS: RECALL USER BANKS ONLY; BANK 0, PRESET 2: NAME");
     EXPECT_EQ(taken().size(), 1U);
