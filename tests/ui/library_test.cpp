@@ -391,6 +391,7 @@ TEST_F(Library, ChangesAllSelectedPresetsByOneDialog)
     {
         const char *kind;
         std::vector<std::pair<const char *, const char *>> choices;
+        int needed;  // so many of the choices must be made before OK is offered
         QString count;
         std::function<bool(const std::array<PresetData, presetCount> &presets)> isMade;
     };
@@ -398,30 +399,37 @@ TEST_F(Library, ChangesAllSelectedPresetsByOneDialog)
     const Case cases[] = {
         {"FOOTSWITCH FUNCTION",
          {{"function", "M - MIDI MODIFIER"}},
+         1,
          "8 presets change, 8 values.",
          [](auto &presets) { return presets[9].footswitchFunction == FootswitchType::MidiModifier; }},
         {"BUFFER OR LOOP",
          {{"loop", "LOOP 2"}, {"loopState", "TOGGLE"}},
+         2,
          "2 presets change, 2 values." + left("8"),
          [](auto &presets) { return presets[2].loops[1] == LoopType::Toggle && presets[0].loops[1] == LoopType::Off; }},
         {"SWITCH",
          {{"switch", "SWITCH 6"}, {"switchState", "ON"}},
+         2,
          "6 presets change, 6 values." + left("4"),
          [](auto &presets) { return presets[0].switches[5] == SwitchType::On; }},
         {"PROGRAM CHANGE",
          {{"programDevice", "MIDI 4 : ECHO"}, {"program", "12"}},
+         2,
          "5 presets change, 5 values." + left("5"),
          [](auto &presets) { return presets[3].programChanges[3] == 12; }},
         {"CONTROL CHANGE",
          {{"controlDevice", "MIDI 4 : ECHO"}, {"control", "ROOM"}, {"controlWhere", "64"}, {"controlValue", "80"}},
+         4,
          "1 preset changes, 1 value.",
          [](auto &presets) { return presets[4].controlChanges == std::vector{ControlChangeData(4, 7, 80)}; }},
         {"EXPRESSION PEDAL",
          {{"pedalDevice", "MIDI 4 : ECHO"}, {"pedalController", "ROOM"}, {"toeUpValue", "5"}},
+         2,
          "5 presets change, 20 values." + left("5"),
          [=](auto &presets) { return presets[8].expressionPedal == pedal; }},
         {"NAME",
          {{"text", "PA"}, {"replacement", "MA"}},
+         1,
          "10 presets change, 10 values.",
          [](auto &presets) { return presets[9].name == "MAMA"; }},
     };
@@ -431,11 +439,14 @@ TEST_F(Library, ChangesAllSelectedPresetsByOneDialog)
             auto &ok = *dialog.findChild<QPushButton *>("pushButton_ok");
             choose(*box("change"), each.kind);
             EXPECT_FALSE(ok.isEnabled());
-            for (const auto &[role, item] : each.choices)
+            int made = 0;
+            for (const auto &[role, item] : each.choices) {
                 if (box(role))
                     choose(*box(role), item);
                 else
                     dialog.findChild<QLineEdit *>(QString("lineEdit_") + role)->setText(item);
+                EXPECT_EQ(ok.isEnabled(), ++made >= each.needed) << each.kind << ", " << role;
+            }
             EXPECT_EQ(dialog.findChild<QLabel *>("label_count")->text(), each.count);
             ok.click();
         });
