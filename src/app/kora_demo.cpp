@@ -27,6 +27,11 @@ int main(int argc, char **argv)
                                                        "then holds, and save screenshots in DIRECTORY."),
                                         QStringLiteral("DIRECTORY"));
     options.addOption(tourOption);
+    const QCommandLineOption compareOption(
+        QStringLiteral("compare"),
+        QStringLiteral("A screenshot of the tour must look like the one of its name in DIRECTORY, if there is one."),
+        QStringLiteral("DIRECTORY"));
+    options.addOption(compareOption);
     options.addHelpOption();
     options.addVersionOption();
     const QString file = startup::fileArgument(options, application);
@@ -44,7 +49,7 @@ int main(int argc, char **argv)
         return application.exec();
     }
 
-    Tour(window, unit, options.value(tourOption)).run();
+    Tour(window, unit, options.value(tourOption), options.value(compareOption)).run();
     window.close();
     return EXIT_SUCCESS;
 }

@@ -1,6 +1,7 @@
 #include "app/tour.h"
 
 #include "app/gestures.h"
+#include "controller/requestqueue.h"
 #include "ui/shell/mainwindow.h"
 
 #include <QApplication>
@@ -15,8 +16,27 @@
 
 using namespace gestures;
 
-Tour::Tour(MainWindow &editor, UnitPort &virtualUnit, const QString &directory)
-    : window(editor), unit(virtualUnit), pictures(QDir(directory).absolutePath())
+namespace {
+
+constexpr int rounding = 8;  // of 255, by which one processor's edge of a letter or a curve may differ from another's
+
+bool looksLike(const QImage &picture, const QImage &other)
+{
+    if (picture.size() != other.size()) return false;
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x) {
+            const QRgb one = picture.pixel(x, y), two = other.pixel(x, y);
+            if (std::abs(qRed(one) - qRed(two)) > rounding || std::abs(qGreen(one) - qGreen(two)) > rounding ||
+                std::abs(qBlue(one) - qBlue(two)) > rounding)
+                return false;
+        }
+    return true;
+}
+
+}  // namespace
+
+Tour::Tour(MainWindow &editor, UnitPort &virtualUnit, const QString &directory, const QString &documented)
+    : window(editor), unit(virtualUnit), pictures(QDir(directory).absolutePath()), documents(documented)
 {
     pictures.mkpath(QStringLiteral("."));
     for (const QString &file : pictures.entryList({QStringLiteral("*.kora")}))
@@ -67,11 +87,22 @@ void Tour::checkUnit(const QString &step, const std::function<bool(const UnitMem
     check(step, [&] { return holds(unit.memory()); });
 }
 
+void Tour::awaitAnswers()
+{
+    const auto *const requests = window.findChild<RequestQueue *>();
+    if (!waitFor([&] { return requests->isIdle(); })) fail(QStringLiteral("all is answered"));
+}
+
 void Tour::picture(const QString &name, QWidget *widget)
 {
     QApplication::processEvents();
     const QString file = QStringLiteral("%1-%2.png").arg(++pictureCount, 2, 10, QLatin1Char('0')).arg(name);
-    check("picture " + file, [&] { return (widget ? widget : &window)->grab().save(pictures.filePath(file)); });
+    const QString documented = QStringLiteral("%1/%2.png").arg(documents, name);
+    const bool isDocumented = !documents.isEmpty() && QFile::exists(documented);
+    check("picture " + file, [&] {
+        const QPixmap shown = (widget ? widget : &window)->grab();
+        return shown.save(pictures.filePath(file)) && (!isDocumented || looksLike(shown.toImage(), QImage(documented)));
+    });
 }
 
 void Tour::withDialogs(const std::function<void()> &open, const std::vector<Act> &acts)

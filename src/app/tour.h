@@ -17,8 +17,9 @@ class QWidget;
 class Tour
 {
 public:
-    /// Pictures go to `directory`, which is made if it is missing.
-    Tour(MainWindow &editor, UnitPort &virtualUnit, const QString &directory);
+    /// Pictures go to `directory`, which is made if it is missing. Where `documented`, a folder, has one of the same
+    /// name but without its number, both must show the same.
+    Tour(MainWindow &editor, UnitPort &virtualUnit, const QString &directory, const QString &documented = {});
 
     /// Ends the program with EXIT_FAILURE at the first step that fails, since the later ones build upon it.
     void run();
@@ -43,6 +44,7 @@ private:
     /// Selects a cell and takes an entry of the library's menu.
     void chooseInLibrary(LibraryView &table, int bank, int column, const char *entry);
     void changeInSelection(LibraryView &table);
+    void copyBankByFile(LibraryView &table);
     /// Undoes the last step.
     void takeBack();
     void saveSheets();
@@ -53,8 +55,6 @@ private:
     void workOnAFile();
     void changeEveryPage(UnitContent &expected);
     void changePresets(UnitContent &expected);
-    /// Waits until what was asked for is read and changed.
-    void awaitAnswers();
     // tour_events.cpp
     void refusedChange();
     void informationWindows();
@@ -66,6 +66,8 @@ private:
     [[noreturn]] void fail(const QString &step);
     /// The same, for what the unit holds.
     void checkUnit(const QString &step, const std::function<bool(const UnitMemory &)> &holds);
+    /// Waits until what was asked for is read and changed.
+    void awaitAnswers();
     void picture(const QString &name, QWidget *widget = nullptr);
     using Act = std::function<void(QWidget &dialog)>;
     /// Runs `open` and, on each modal dialog that comes, the next of `acts`.
@@ -86,6 +88,7 @@ private:
     MainWindow &window;
     UnitPort &unit;
     QDir pictures;
+    QString documents;
     int pictureCount = 0;
     int passedSteps = 0;
 };

@@ -59,6 +59,7 @@ void Tour::libraryPage()
     check(QStringLiteral("all banks are shown again"), [&] { return table.model()->rowCount() == bankCount; });
     arrangePresets(table);
     changeInSelection(table);
+    copyBankByFile(table);
     saveSheets();
 }
 
@@ -113,6 +114,25 @@ void Tour::changeInSelection(LibraryView &table)
     checkUnit(QStringLiteral("loop 6 is ON in all presets of two banks whose function allows it"), holds(expected));
     takeBack();
     checkUnit(QStringLiteral("undo takes it back"), holds(before));
+}
+
+void Tour::copyBankByFile(LibraryView &table)
+{
+    const UnitContent before = unit.memory();
+    const QString file = pictures.filePath(QStringLiteral("bank.kora"));
+    withDialog([&] { chooseInLibrary(table, 3, LibraryModel::NumberColumn, "EXPORT..."); },
+               [&](QWidget &dialog) {
+                   const QString proposed = find<QLineEdit>(dialog, "fileNameEdit").text();
+                   check(QStringLiteral("a name for the file is proposed"), [&] { return proposed == "bank-3.kora"; });
+                   chooseFile(file)(dialog);
+               });
+    withDialog([&] { chooseInLibrary(table, 90, LibraryModel::NumberColumn, "IMPORT..."); }, chooseFile(file));
+    checkUnit(QStringLiteral("bank 90 is what bank 3 is"), [&](const UnitMemory &memory) {
+        return memory.banks[90] == before.banks[3] && memory.presets[90] == before.presets[3];
+    });
+    takeBack();
+    checkUnit(QStringLiteral("undo takes it back"),
+              [&](const UnitMemory &memory) { return differences(memory, before, allRecords()).empty(); });
 }
 
 void Tour::takeBack()

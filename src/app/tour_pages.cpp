@@ -52,6 +52,7 @@ void Tour::expressionPedalPage()
     choose("comboBox_controllerNumber", QString::fromStdString(unit.memory().midiDevices[0].controllers[1].name));
     checkUnit(QStringLiteral("the pedal drives its second controller"),
               [](const UnitMemory &memory) { return memory.expressionPedal.controllerNumber == 2; });
+    awaitAnswers();
     picture(QStringLiteral("expression-pedal"));
 }
 
@@ -94,6 +95,7 @@ void Tour::footswitchTable()
     checkUnit(QStringLiteral("preset 3 of bank 7 is a MIDI modifier"), [](const UnitMemory &memory) {
         return memory.presets[7][3].footswitchFunction == FootswitchType::MidiModifier;
     });
+    awaitAnswers();
     picture(QStringLiteral("bank-7-changed"));
     type(cell<QLineEdit>(window, table, 1, 0), QStringLiteral("0"));
     check(QStringLiteral("typing 0 pages back, for all tables"), bankShown(0));
@@ -136,6 +138,7 @@ void Tour::wahPadsTable()
     chooseFrom(target, target.itemText(6));
     checkUnit(QStringLiteral("wah pad 1 changes to preset 6"),
               [](const UnitMemory &memory) { return memory.banks[0].wahPad1PresetNumber == 6; });
+    awaitAnswers();
     picture(QStringLiteral("wah-pads"));
 }
 
@@ -167,6 +170,8 @@ void Tour::midiDevicesTable()
         const auto &controllers = memory.midiDevices[9].controllers;
         return controllers[0] == Controller{"MIX", 21} && controllers[1] == Controller{"DECAY", 22};
     });
+    check(QStringLiteral("the presets of three banks that send to MIDI device 1 are counted"),
+          [&] { return cell<QPushButton>(window, table, 0, 9).text() == "21+"; });
     picture(QStringLiteral("midi-devices"));
 }
 

@@ -1,7 +1,6 @@
 #include "app/gestures.h"
 #include "app/tour.h"
 #include "archive/unitfile.h"
-#include "controller/requestqueue.h"
 #include "model/differences.h"
 #include "ui/shell/mainwindow.h"
 
@@ -40,12 +39,6 @@ void Tour::workOnAFile()
                  closeBox(QStringLiteral("RESTORE COMPLETE"))});
     checkUnit(QStringLiteral("the unit holds what the file holds"),
               [&](const UnitMemory &memory) { return isSame(memory, archive::load(file).content); });
-}
-
-void Tour::awaitAnswers()
-{
-    const auto *const requests = window.findChild<RequestQueue *>();
-    if (!waitFor([&] { return requests->isIdle(); })) fail(QStringLiteral("all is answered"));
 }
 
 void Tour::changeEveryPage(UnitContent &expected)

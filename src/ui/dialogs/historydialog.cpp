@@ -34,7 +34,6 @@ HistoryDialog::HistoryDialog(const QStringList &steps, int position, QWidget *pa
     list->setAccessibleName(tr("History"));
     list->setStyleSheet(listStyle());
     list->setFont(look::pixelFont(DataFromDevice::fontTableContent));
-    list->setUniformItemSizes(true);
     const int count = static_cast<int>(steps.size());
     for (int made = count; made >= 0; --made) {
         const QString words = made > 0 ? steps[made - 1] : tr("BEFORE ALL CHANGES");

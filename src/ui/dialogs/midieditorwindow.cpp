@@ -107,7 +107,6 @@ QVBoxLayout *MidiEditorWindow::makeControllers(const QStringList &controllerName
     QTableWidget *const table = makeTable({{"NAME", 170}, {"VALUE", 170}}, 375);
     const int count = static_cast<int>(controllerNames.size());
     table->setRowCount(count);
-    QWidget *previous = toeDownValues;
     for (int row = 0; row < count; ++row) {
         auto *name = new NameButton(table->viewport(), color);
         name->setName(controllerNames[row]);
@@ -119,8 +118,6 @@ QVBoxLayout *MidiEditorWindow::makeControllers(const QStringList &controllerName
         value->setAccessibleName(tr("Value of %1").arg(controllerNames[row]));
         table->setCellWidget(row, 1, value);
         values << value;
-        setTabOrder(previous, value);
-        previous = value;
     }
 
     auto *column = new QVBoxLayout;

@@ -10,7 +10,6 @@ void LibraryReading::setUnit(DataFromDevice *newUnit)
 void LibraryReading::start()
 {
     if (running || !unit) return;
-    running = true;
     goOn();
 }
 
