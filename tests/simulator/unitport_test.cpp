@@ -26,7 +26,7 @@ std::string ask(const UnitPort &port, const std::string &request, std::chrono::m
     std::string received;
     pollfd watched{line.get(), POLLIN, 0};
     while (received.size() < 4000 && ::poll(&watched, 1, static_cast<int>(patience.count())) > 0) {
-        patience = std::min<std::chrono::milliseconds>(patience, 400ms);
+        patience = std::min<std::chrono::milliseconds>(patience, 1s);
         char byte = 0;
         if (::read(line.get(), &byte, 1) != 1) break;
         received += byte;
@@ -131,7 +131,7 @@ TEST(UnitPort, WhatTheEditorDoesNotReadIsLostWhenItCloses)
             EXPECT_EQ(::write(line.get(), readIdentity.data(), readIdentity.size()), 11);
             std::this_thread::sleep_for(20ms);
         }
-        std::this_thread::sleep_for(100ms);
+        std::this_thread::sleep_for(600ms);
         EXPECT_EQ(ask(port, readMidiIn), midiIn);
     }
 }

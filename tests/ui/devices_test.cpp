@@ -98,8 +98,10 @@ TEST_P(Devices, TheListOfControllersIsReorderedAndTellsWhoUsesThem)
     onDialog([](QWidget &dialog) {
         QApplication::setActiveWindow(&dialog);
         auto &table = *dialog.findChild<QTableWidget *>();
+        table.scrollToBottom();
         QTest::keyClick(table.cellWidget(0, 1), Qt::Key_Down, Qt::AltModifier);
         EXPECT_EQ(dialog.focusWidget(), table.cellWidget(1, 1)) << "the focus goes with the controller";
+        EXPECT_TRUE(table.viewport()->rect().contains(table.cellWidget(1, 1)->geometry()));
         QTest::keyClicks(table.cellWidget(1, 1), "!");
         QTest::mousePress(table.cellWidget(2, 0), Qt::LeftButton);  // dragged to the top
         QMouseEvent move(QEvent::MouseMove, {}, {}, table.cellWidget(0, 0)->mapToGlobal(QPoint(5, 5)), Qt::NoButton,
@@ -117,6 +119,8 @@ TEST_P(Devices, TheListOfControllersIsReorderedAndTellsWhoUsesThem)
 
     const UnitPart all{unit.memory(), allRecords()};
     EXPECT_TRUE(becomes([&] { return uses() == QString::number(usesOf(all, {1}).size()); })) << uses().toStdString();
+    clickCell("midiDevices", 0, 9);
+    EXPECT_EQ(window.findChild<LibraryView *>()->selection(), usesOf(all, {1}));
     onDialog([](QWidget &dialog) {
         dynamic_cast<QPushButton *>(dialog.findChild<QTableWidget *>()->cellWidget(2, 3))->click();
     });
@@ -128,6 +132,11 @@ TEST_P(Devices, TheListOfControllersIsReorderedAndTellsWhoUsesThem)
 TEST_P(Devices, AreKeptForAllUnits)
 {
     QDir(MyDevices::usualFolder()).removeRecursively();
+    onDialog([](QWidget &dialog) {
+        EXPECT_EQ(dynamic_cast<QFileDialog &>(dialog).directory(), QDir(MyDevices::usualFolder()));
+        static_cast<QDialog &>(dialog).reject();
+    });
+    choose(9, "TAKE FROM MY DEVICES...");
     choose(0, "SAVE TO MY DEVICES");
     choose(0, "SAVE TO MY DEVICES", QMessageBox::No);  // asks whether to replace it
     onDialog([path = MyDevices().pathFor(start.midiDevices[0].name)](QWidget &dialog) {

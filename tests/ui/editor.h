@@ -77,8 +77,8 @@ inline void expectLit(QMenu &menu, QAction *entry)
 
 /// The product's, so that no machine is busy enough to take an answer for lost; only the search does not rest.
 inline constexpr DeviceController::Timeouts patientTimeouts{1000, 2000, 20};
-/// For tests in which answers do get lost.
-inline constexpr DeviceController::Timeouts shortTimeouts{150, 250, 20};
+/// For tests in which answers do get lost. The probe's is the product's: one that is lost would shift what is spoiled.
+inline constexpr DeviceController::Timeouts shortTimeouts{1000, 1000, 20};
 
 /// The real main window with a virtual unit behind a pseudo-terminal. A dialog that no test expects fails it at once.
 class Editor : public testing::Test

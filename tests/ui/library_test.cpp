@@ -273,9 +273,15 @@ TEST_F(Library, RenamesInPlaceAndOpensABank)
     EXPECT_EQ(requests(), (Requests{"WBB|A12|BHAVEN", "WBP|A12|B3|CQUIET"}));
     EXPECT_EQ(text(12, 1) + text(12, 5), "HAVENQUIET");
 
+    nextBox();
+    unit.queueFault(Fault::errorStatus());
+    type(edit("loops", 1, 0), "9");  // which all pages would ask for anew
+    requests();
     select({{12, 5}});
     press(Qt::Key_Return);
     EXPECT_TRUE(find<QWidget>("widget_presets").isVisible());
+    click("pushButton_previewTab");
+    click("pushButton_presetsTab");
     for (const char *name : {"footswitchFunction", "loops", "switch", "midi"})
         EXPECT_EQ(edit(name, 5, 0).text() + edit(name, 4, name[0] == 'f' ? 4 : 3).text(), "12QUIET") << name;
     EXPECT_EQ(window.findChild<PreviewWidget *>()->currentBank(), 12);

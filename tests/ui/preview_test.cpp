@@ -11,6 +11,7 @@
 #include <QSvgRenderer>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 #include <QToolTip>
 
 #include <gtest/gtest.h>
@@ -294,6 +295,9 @@ TEST_F(Preview, ShowsWhatTheModelHoldsAndAsksAgainForWhatFailed)
     page.gotBankAndPresetData(1);  // without its presets
     retryAfter(0);
     EXPECT_EQ(requests, Numbers({0, 0, 1, 1}));
+    page.readFailed(1);
+    page.loadDataFromDevice(&data);  // begins anew
+    page.retry();
     page.loadDataFromDevice(nullptr);
     retryAfter(0);
     after("^", &PreviewScene::bank);
@@ -319,6 +323,16 @@ TEST_F(Preview, ChoosesByKeyAndMouseAndTellsWhatIsCut)
         QTest::mouseClick(&page, mouseButton, {}, point);
         EXPECT_EQ(page.scene().chosen, footswitch);
     }
+    std::vector<RecordId> menus;
+    QObject::connect(&page, &PreviewWidget::menuAsked, [&](const RecordId &of) { menus.push_back(of); });
+    for (const QPoint &point : {QPoint(300, 400), QPoint(70, 255)}) {
+        QTimer::singleShot(0, [] {
+            if (auto *const menu = QApplication::activePopupWidget()) menu->close();  // of the page itself
+        });
+        QContextMenuEvent event(QContextMenuEvent::Mouse, point, point);
+        QCoreApplication::sendEvent(&page, &event);
+    }
+    EXPECT_EQ(menus, std::vector{RecordId(RecordId::Kind::Preset, 0, 0)});
     const std::pair<QPoint, std::string> tips[] = {
         {{190, 255}, ""}, {{70, 255}, "<p>&lt;b&gt;A name&lt;/b&gt; that is wider than a footswitch</p>"}};
     for (const auto &[point, text] : tips) {

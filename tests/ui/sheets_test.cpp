@@ -91,6 +91,13 @@ TEST_F(Sheets, ReadWhatIsUnknownAndShowTheBanksThatHoldAnything)
     }
     EXPECT_EQ(unit.takeRequests().size(), 99U * 11U) << "each once, and not bank 0, which was known";
 
+    const auto told = nextBox();
+    click("pushButton_libraryTab");
+    auto &table = find<QTableView>("tableView_library");
+    table.selectionModel()->select(table.model()->index(20, 0), QItemSelectionModel::Select);
+    trigger("SAVE SHEETS...", folder.filePath("selected"));
+    ASSERT_TRUE(becomes([&] { return *told == "SHEETS SAVED|selected.pdf shows BANK 20."; })) << told->toStdString();
+
     const QStringList pages = pagesOf(folder.filePath("all.pdf"));
     EXPECT_EQ(QString(pages.value(0)).replace("||", "|").section('|', 2),
               "1 / 3|SET LIST|3|CAFÉ" + QString("%1|20%1|99%1|").arg("|0|1|2|3|4|5|6|7|8|9"));

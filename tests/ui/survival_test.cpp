@@ -77,10 +77,11 @@ TEST_F(Survival, ASilentUnitHoldsTheCloseUpForOneTimeoutAndWhatWasLostIsTold)
     for (const char *box : {"comboBox_keyboardType", "comboBox_loopsSplit", "comboBox_recallUserBanksOnly"})
         find<QComboBox>(box).setCurrentIndex(1 - find<QComboBox>(box).currentIndex());
     type(edit("footswitchFunction", 3, 4), "NEW");
+    box("switch", 3, 5).setCurrentIndex((box("switch", 3, 5).currentIndex() + 1) % 4);
     const auto told = nextBox();
     closeWithin(5000);
-    EXPECT_EQ(*told, "Error|4 changes did not reach the unit: SETTINGS: KEYBOARD TYPE; SETTINGS: LOOP SPLIT; "
-                     "SETTINGS: RECALL USER BANKS ONLY; BANK 0, PRESET 2: NAME");
+    EXPECT_EQ(*told, "Error|5 changes did not reach the unit: SETTINGS: KEYBOARD TYPE; SETTINGS: LOOP SPLIT; "
+                     "SETTINGS: RECALL USER BANKS ONLY; BANK 0, PRESET 2: NAME; BANK 0, PRESET 2: SWITCH 2");
     EXPECT_EQ(taken().size(), 1U);
 }
 

@@ -170,6 +170,13 @@ TEST_F(Tables, AClosedBoxIsNotChangedByKeysOrTheWheel)
         state.hidePopup();
     }
     EXPECT_EQ(requests(), Requests{});
+    ComboBox &note = box("midiDevices", 3, 7);
+    choose(note, "100");
+    ASSERT_TRUE(settles());
+    note.showPopup();
+    for (const int beside : {99, 101})
+        EXPECT_TRUE(note.view()->viewport()->rect().contains(note.view()->visualRect(note.model()->index(beside, 0))));
+    note.hidePopup();
 }
 
 TEST_F(Tables, LeftAndRightGoThroughARowAndItsTexts)

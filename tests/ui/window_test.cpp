@@ -143,7 +143,9 @@ TEST_F(Window, AsksForWhatAPageShowsWhileConnected)
         click(page.first);
     click("pushButton_settingsTab");
     onDialog([](QWidget &help) {
+        EXPECT_FALSE(help.findChild<QPushButton *>("pushButton_copyCommand")->isVisible());
         QTest::mouseClick(help.findChild<QPushButton *>("pushButton_installDrivers"), Qt::LeftButton);
+        EXPECT_TRUE(help.findChild<QPushButton *>("pushButton_copyCommand")->isVisible());
         QTest::mouseClick(help.findChild<QPushButton *>("pushButton_copyCommand"), Qt::LeftButton);
         EXPECT_EQ(QApplication::clipboard()->text(), help.findChild<QLabel *>("label_command")->text());
         EXPECT_EQ(QApplication::clipboard()->text(), "sudo adduser $USER dialout");
@@ -177,14 +179,18 @@ TEST_F(Window, EveryTableShowsItsOwnBankAgainAfterAReconnection)
     EXPECT_EQ(edit("switch", 1, 0).text(), "5") << "the bank chosen last in another table";
     click("pushButton_loopsTab");
     EXPECT_EQ(requests(), Requests{}) << "which is known";
+    click("pushButton_previewTab");
+    QTest::keyClicks(window.focusWidget(), "07");
     loseUnit();
     unit.alter([](UnitMemory &memory) { memory.banks[5].name = "CHANGED"; });
     taken();
     findUnit();
     EXPECT_EQ(edit("loops", 1, 2).text(), "CHANGED");
     const Requests asked = taken();
-    EXPECT_EQ(std::count(asked.begin(), asked.end(), "RBB|A0"), 1);
-    EXPECT_EQ(std::count(asked.begin(), asked.end(), "RBB|A5"), 1);
+    for (const char *const bank : {"RBB|A0", "RBB|A5", "RBB|A7"})
+        EXPECT_EQ(std::count(asked.begin(), asked.end(), bank), 1) << bank;
+    click("pushButton_presetsTab");
+    EXPECT_EQ(edit("loops", 1, 0).text(), "7") << "the bank chosen last on the preview";
 }
 
 TEST_F(Window, TheMenuOffersWhatNeedsAUnitOnlyWhileThereIsOne)

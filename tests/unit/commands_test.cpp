@@ -194,7 +194,7 @@ TEST(Firmware, IsTakenInOrderAndInstalledByTheRestart)
         {"D", "24"},          {"A3|B00", "20"}, {"A2|BAB", "0"},  {"A3|B00", "20"},
         {"C", "0"},           {"A3|B00", "20"}, {"D", "0"},
     };
-    VirtualUnit unit(sample(), 200ms);
+    VirtualUnit unit(sample(), 1s);
     for (int number = 1; number <= 1920; ++number)
         ASSERT_EQ(reply(unit, "WFD|A" + std::to_string(number) + "|B" + full), "0");
     EXPECT_EQ(reply(unit, "WFD|A1921|B00"), "23");
