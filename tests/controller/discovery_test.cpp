@@ -25,7 +25,7 @@ TEST(Discovery, TakesTheFirstPortThatAnswers)
                      [&](DataFromDevice *data) { EXPECT_EQ(*data->deviceInfo.load(), unit.memory().deviceInfo); });
     const auto searched = millisecondsOf([&] { controller.searchDevice(); });
     EXPECT_GE(searched, 995);
-    EXPECT_LT(searched, 1900);
+    EXPECT_LT(searched, 1990);
     EXPECT_EQ(recorder.take(), Events{"found"});
     EXPECT_EQ(silent.requests(), Events{"RDI"});
     EXPECT_EQ(unit.takeRequests(), (Events{"RDI", "RDI"}));

@@ -16,7 +16,7 @@ using namespace std::string_literals;
 namespace {
 
 // In milliseconds. A busy machine may rest for half a second; where no answer comes, there is nothing to miss.
-constexpr unsigned int timeout = 1000, brief = 200;
+constexpr unsigned int timeout = 1500, brief = 200;
 constexpr const char *timedOut = "Receiving timeout";
 
 const std::string identityRequest = "\x02\x31\x1CRDI7329\x03";
