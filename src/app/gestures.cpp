@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QMouseEvent>
+#include <QTimer>
 
 namespace gestures {
 
@@ -48,9 +49,11 @@ bool waitFor(const std::function<bool()> &reached)
 {
     QElapsedTimer clock;
     clock.start();
+    QTimer wakeUp;
+    wakeUp.start(10);
     while (!reached()) {
         if (clock.elapsed() > patience) return false;
-        QApplication::processEvents(QEventLoop::AllEvents, 20);
+        QApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
     return true;
 }

@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QTimer>
 
 #include <algorithm>
 
@@ -169,8 +170,10 @@ void RequestQueue::waitWhile(const std::function<bool()> &isBusy) const
 {
     QElapsedTimer clock;
     clock.start();
+    QTimer wakeUp;  // with a time limit of its own, processEvents() would not rest
+    wakeUp.start(100);
     while (!searching && isBusy() && !clock.hasExpired(longestFinish))
-        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents, 100);
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
 }
 
 void RequestQueue::deliver()

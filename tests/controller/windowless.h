@@ -29,7 +29,7 @@ protected:
     void settle()
     {
         while (!queue.isIdle())
-            QCoreApplication::processEvents();
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
 
     RandomContent random;

@@ -226,7 +226,7 @@ protected:
         const auto *const queue = window.findChild<RequestQueue *>();
         QElapsedTimer clock;
         for (clock.start(); !queue->isIdle() && !clock.hasExpired(longest);)
-            QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 10);
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);  // at the latest the watch's
         QCoreApplication::processEvents();
         return queue->isIdle();
     }
